@@ -6,7 +6,7 @@ packages=(
     qt6-base-dev qt6-svg-dev qt6-base-dev-tools libgl-dev
     libqcustomplot-dev libqcustomplot2.1-qt6
     libsundials-dev libsuitesparse-dev
-    libcli11-dev libgtest-dev libbenchmark-dev
+    libcli11-dev libgtest-dev libbenchmark-dev nlohmann-json3-dev
     xvfb xauth
 )
 missing=()
