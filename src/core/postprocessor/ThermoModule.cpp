@@ -1,0 +1,406 @@
+#include "postprocessor/ThermoModule.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "postprocessor/ResultSet.h"
+#include "shell/Error.h"
+
+namespace zarvion::postprocessor {
+
+namespace {
+
+const double Ln10 = std::log(10.0);
+
+double sumOf(const double* a, int first, int last)
+{
+    double s = 0;
+    for (int k = first; k <= last; ++k) s += a[k];
+    return s;
+}
+
+} // namespace
+
+void EvaluateThermoPolynomial(const double* coefficients, double T, double Tcommon,
+                              const double* powers, double& hOverRT, double& cpOverR,
+                              double& sOverR)
+{
+    hOverRT = 0;
+    cpOverR = 0;
+    sOverR = 0;
+    const double* a = nullptr;
+    if (Tcommon < T) {
+        if (sumOf(coefficients, 1, 7) != 0) a = coefficients + 1;
+    } else if (sumOf(coefficients, 8, 14) != 0) {
+        a = coefficients + 8;
+    }
+    if (a == nullptr) return;
+    const double lnT = powers[1], T2 = powers[2], T3 = powers[3], T4 = powers[4];
+    cpOverR = a[0] + a[1] * T + a[2] * T2 + a[3] * T3 + a[4] * T4;
+    hOverRT = a[0] + a[1] * T / 2 + a[2] * T2 / 3 + a[3] * T3 / 4 + a[4] * T4 / 5 + a[5] / T;
+    sOverR = a[0] * lnT + a[1] * T + a[2] * T2 / 2 + a[3] * T3 / 3 + a[4] * T4 / 4 + a[6];
+}
+
+RateWorkspace::RateWorkspace(const solverfile::Mechanism& mechanism)
+    : m_gasConstantEnergy(mechanism.header.GasConstantEnergy),
+      m_gasConstantConc(mechanism.header.GasConstantConc)
+{
+    std::vector<solverfile::ReactionInts> ints;
+    std::vector<solverfile::ReactionReals> reals;
+    ints.reserve(mechanism.reactions.size());
+    reals.reserve(mechanism.reactions.size());
+    for (const auto& r : mechanism.reactions) {
+        ints.push_back(r.ints);
+        reals.push_back(r.reals);
+    }
+    build(mechanism.thermo, ints, reals);
+}
+
+RateWorkspace::RateWorkspace(const ResultSet& results)
+    : m_gasConstantEnergy(results.GasConstantEnergy), m_gasConstantConc(results.GasConstantConc)
+{
+    build(results.thermo, results.ReactionInts, results.ReactionReals);
+}
+
+RateWorkspace::RateWorkspace(std::span<const solverfile::ThermoRecord> thermo,
+                             std::span<const solverfile::ReactionInts> ints,
+                             std::span<const solverfile::ReactionReals> reals,
+                             double GasConstantEnergy, double GasConstantConc)
+    : m_gasConstantEnergy(GasConstantEnergy), m_gasConstantConc(GasConstantConc)
+{
+    build(thermo, ints, reals);
+}
+
+void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
+                          std::span<const solverfile::ReactionInts> ints,
+                          std::span<const solverfile::ReactionReals> reals)
+{
+    if (ints.size() != reals.size())
+        throw Error("Rate workspace: " + std::to_string(ints.size()) + " integer rows but " +
+                    std::to_string(reals.size()) + " real rows");
+    m_ns = static_cast<int>(thermo.size());
+    m_nr = static_cast<int>(ints.size());
+    const int ns = m_ns;
+
+    m_high.resize(ns);
+    m_low.resize(ns);
+    m_tCommon.resize(ns);
+    m_highUsable.resize(ns);
+    m_lowUsable.resize(ns);
+    m_weight.resize(ns);
+    for (int i = 0; i < ns; ++i) {
+        const auto& t = thermo[i];
+        for (int k = 0; k < 7; ++k) {
+            m_high[i][k] = t[1 + k];
+            m_low[i][k] = t[8 + k];
+        }
+        m_highUsable[i] = sumOf(t.data(), 1, 7) != 0;
+        m_lowUsable[i] = sumOf(t.data(), 8, 14) != 0;
+        m_tCommon[i] = t[18];
+        m_weight[i] = t[15];
+    }
+
+    // A species number outside 1..NS (or a slot beyond the count) points at the padding slot
+    // NS, whose concentration is 1 and whose thermo values are 0.
+    auto species = [ns](std::int32_t number) { return number >= 1 && number <= ns ? number - 1 : ns; };
+
+    m_reactions.assign(m_nr, {});
+    m_A.resize(m_nr);
+    m_n.resize(m_nr);
+    m_E.resize(m_nr);
+    m_A0.resize(m_nr);
+    m_n0.resize(m_nr);
+    m_E0.resize(m_nr);
+    m_dn.resize(m_nr);
+    m_falloffList.clear();
+    for (int j = 0; j < m_nr; ++j) {
+        const auto& in = ints[j];
+        const auto& re = reals[j];
+        auto& d = m_reactions[j];
+        d.reactantCount = std::clamp(in[solverfile::slot::ReactantCount], 0, 3);
+        d.productCount = std::clamp(in[solverfile::slot::ProductCount], 0, 6);
+        d.reactants.fill(ns);
+        d.products.fill(ns);
+        for (int k = 0; k < d.reactantCount; ++k) d.reactants[k] = species(in[1 + k]);
+        for (int k = 0; k < d.productCount; ++k) d.products[k] = species(in[4 + k]);
+        d.thirdBodyKind = in[solverfile::slot::ThirdBodyKind];
+        d.partnerCount = std::clamp(in[solverfile::slot::PartnerCount], 0, 10);
+        d.hasLowLimit = in[solverfile::slot::HasLowLimit];
+        d.falloffKind = in[solverfile::slot::FalloffKind];
+        d.reversible = in[solverfile::slot::Reversible];
+        d.partners.fill(ns);
+        d.efficiencies.fill(0);
+        for (int k = 0; k < d.partnerCount; ++k) {
+            d.partners[k] = species(in[17 + k]);
+            // An unknown partner adds nothing to M: (e - base) = 0.
+            d.efficiencies[k] = d.partners[k] < ns ? re[12 + k] : (d.thirdBodyKind > 0 ? 1.0 : 0.0);
+        }
+        for (int k = 0; k < 5; ++k) d.falloff[k] = re[7 + k];
+        m_A[j] = re[1];
+        m_n[j] = re[2];
+        m_E[j] = re[3];
+        m_A0[j] = re[4];
+        m_n0[j] = re[5];
+        m_E0[j] = re[6];
+        m_dn[j] = static_cast<double>(in[solverfile::slot::ProductCount]) -
+                  static_cast<double>(in[solverfile::slot::ReactantCount]);
+        if (d.hasLowLimit == 1) m_falloffList.push_back(j);
+    }
+
+    m_hOverRT.assign(ns + 1, 0.0);
+    m_cpOverR.assign(ns + 1, 0.0);
+    m_sOverR.assign(ns + 1, 0.0);
+    m_gOverRT.assign(ns + 1, 0.0);
+    m_kInf.assign(m_nr, 0.0);
+    m_kc.assign(m_nr, 0.0);
+    m_k0.assign(m_nr, 0.0);
+    m_centre.assign(m_nr, 0.0);
+    m_M.assign(m_nr, 0.0);
+    m_mult.assign(m_nr, 1.0);
+    m_dmdM.assign(m_nr, 0.0);
+    m_conc.assign(ns + 1, 1.0);
+    m_moleFrac.assign(ns + 1, 0.0);
+    m_T = -1;
+}
+
+void RateWorkspace::writeComputedSlots(std::span<solverfile::ReactionReals> reals) const
+{
+    const int n = std::min<int>(m_nr, static_cast<int>(reals.size()));
+    for (int j = 0; j < n; ++j) {
+        reals[j][22] = m_kInf[j];
+        reals[j][23] = m_kc[j];
+        reals[j][24] = m_k0[j];
+        reals[j][25] = m_centre[j];
+    }
+}
+
+void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
+{
+    if (T == ws.m_T) return;
+    const int ns = ws.m_ns;
+    const double lnT = std::log(T);
+    const double invT = 1.0 / T;
+
+    for (int i = 0; i < ns; ++i) {
+        const double* a = nullptr;
+        if (ws.m_tCommon[i] < T) {
+            if (ws.m_highUsable[i]) a = ws.m_high[i].data();
+        } else if (ws.m_lowUsable[i]) {
+            a = ws.m_low[i].data();
+        }
+        if (a == nullptr) {
+            ws.m_cpOverR[i] = ws.m_hOverRT[i] = ws.m_sOverR[i] = ws.m_gOverRT[i] = 0;
+            continue;
+        }
+        const double cp = a[0] + T * (a[1] + T * (a[2] + T * (a[3] + T * a[4])));
+        const double h = a[0] + T * (a[1] / 2 + T * (a[2] / 3 + T * (a[3] / 4 + T * a[4] / 5))) +
+                         a[5] * invT;
+        const double s = a[0] * lnT + T * (a[1] + T * (a[2] / 2 + T * (a[3] / 3 + T * a[4] / 4))) +
+                         a[6];
+        ws.m_cpOverR[i] = cp;
+        ws.m_hOverRT[i] = h;
+        ws.m_sOverR[i] = s;
+        ws.m_gOverRT[i] = h - s;
+    }
+
+    // k = A T^n exp(-E / (R1 T))
+    const double invRT = 1.0 / (ws.m_gasConstantEnergy * T);
+    const int nr = ws.m_nr;
+    const double* A = ws.m_A.data();
+    const double* n = ws.m_n.data();
+    const double* E = ws.m_E.data();
+    double* kInf = ws.m_kInf.data();
+    for (int j = 0; j < nr; ++j) kInf[j] = A[j] * std::exp(n[j] * lnT - E[j] * invRT);
+
+    for (int j : ws.m_falloffList) {
+        const auto& d = ws.m_reactions[j];
+        ws.m_k0[j] = ws.m_A0[j] * std::exp(ws.m_n0[j] * lnT - ws.m_E0[j] * invRT);
+        if (d.falloffKind == 1 || d.falloffKind == 3) {
+            const double a = d.falloff[0];
+            const double x1 = std::min(T / d.falloff[1], TroeExponentGuard);
+            const double x2 = std::min(T / d.falloff[2], TroeExponentGuard);
+            double fcent = (1 - a) * std::exp(-x1) + a * std::exp(-x2);
+            if (d.falloffKind == 1) fcent += std::exp(-std::min(d.falloff[3] / T, TroeExponentGuard));
+            ws.m_centre[j] = std::log(fcent) / Ln10;
+        } else if (d.falloffKind == 2) {
+            ws.m_centre[j] = d.falloff[0] * std::exp(-d.falloff[1] / T) + std::exp(-T / d.falloff[2]);
+        }
+    }
+
+    // Kc = exp(-dG/RT) / (R2 T)^(nR - nL)
+    const double lnR2T = std::log(ws.m_gasConstantConc * T);
+    const double* g = ws.m_gOverRT.data();  // padding slot NS holds 0
+    for (int j = 0; j < nr; ++j) {
+        const auto& d = ws.m_reactions[j];
+        if (d.reversible != 1) {
+            ws.m_kc[j] = 0;
+            continue;
+        }
+        const double dG = g[d.products[0]] + g[d.products[1]] + g[d.products[2]] +
+                          g[d.products[3]] + g[d.products[4]] + g[d.products[5]] -
+                          g[d.reactants[0]] - g[d.reactants[1]] - g[d.reactants[2]];
+        ws.m_kc[j] = std::exp(-dG - ws.m_dn[j] * lnR2T);
+    }
+    ws.m_T = T;
+}
+
+struct RateKernel {
+    // Fall-off multiplier m(M) and its slope dm/dM for reaction j.
+    static void falloff(const RateWorkspace& ws, int j, double M, double T, double& m, double& dmdM)
+    {
+        const auto& d = ws.m_reactions[j];
+        const double kInf = ws.m_kInf[j];
+        const double k0 = ws.m_k0[j];
+        const double pr = k0 * M / kInf;
+        if (!(pr > 0)) {  // k0 = 0: the low-pressure limit switches the reaction off
+            m = 0;
+            dmdM = 0;
+            return;
+        }
+        const double lind = pr / (1 + pr);
+        double F = 1;
+        double dlnFdL = 0;  // d ln F / d log10 Pr
+        if (d.falloffKind == 1 || d.falloffKind == 3) {
+            const double L = std::log10(pr);
+            const double fc = ws.m_centre[j];
+            const double c = -0.4 - 0.67 * fc;
+            const double nn = 0.75 - 1.27 * fc;
+            const double u = L + c;
+            const double den = nn - 0.14 * u;
+            const double w = u / den;
+            const double q = 1 + w * w;
+            const double log10F = fc / q;
+            F = std::pow(10.0, log10F);
+            const double dwdu = nn / (den * den);
+            dlnFdL = Ln10 * (-2 * fc * w / (q * q)) * dwdu;
+        } else if (d.falloffKind == 2) {
+            const double L = std::log10(pr);
+            const double X = 1 / (1 + L * L);
+            F = std::pow(ws.m_centre[j], X);
+            if (d.falloff[3] > 0) F *= d.falloff[3];
+            if (d.falloff[4] != 0) F *= std::pow(T, d.falloff[4]);
+            const double dXdL = -2 * L * X * X;
+            dlnFdL = std::log(ws.m_centre[j]) * dXdL;
+        }
+        m = lind * F;
+        // dm/dPr = F / (1 + Pr)^2 + Pr / (1 + Pr) dF/dPr, dF/dPr = F dlnF/dL / (Pr ln 10)
+        const double dmdPr = F / ((1 + pr) * (1 + pr)) + F * dlnFdL / (Ln10 * (1 + pr));
+        dmdM = dmdPr * k0 / kInf;
+    }
+};
+
+void ComputeReactionRates(std::span<const double> concentrations, std::span<RatePair> production,
+                          RateWorkspace& ws, double pressure, int TemperatureMode, double T,
+                          std::span<const std::uint8_t> active, std::span<RatePair> rates,
+                          bool wantHeat, bool wantTemperatureDerivative,
+                          bool applySmallDifferenceCut)
+{
+    const int ns = ws.m_ns;
+    const int nr = ws.m_nr;
+    const bool energy = TemperatureMode == 1;
+    if (concentrations.size() < static_cast<std::size_t>(ns + (energy ? 1 : 0)) ||
+        production.size() < static_cast<std::size_t>(ns + (energy ? 1 : 0)) ||
+        rates.size() < static_cast<std::size_t>(nr) ||
+        (!active.empty() && active.size() < static_cast<std::size_t>(nr)))
+        throw Error("ComputeReactionRates: array shorter than the mechanism");
+
+    if (energy) T = concentrations[ns];
+    ComputeTemperatureFunctions(T, ws);
+
+    const double ctot = pressure / (T * ws.m_gasConstantConc);
+    ws.m_ctot = ctot;
+    double* c = ws.m_conc.data();  // c[ns] = 1 (padding)
+    for (int i = 0; i < ns; ++i) c[i] = concentrations[i];
+    const int rows = ns + (energy ? 1 : 0);
+    for (int i = 0; i < rows; ++i) production[i] = {0.0, 0.0};
+
+    const double* h = ws.m_hOverRT.data();
+    for (int j = 0; j < nr; ++j) {
+        if (!active.empty() && active[j] == 0) continue;
+        const auto& d = ws.m_reactions[j];
+        double k = ws.m_kInf[j];
+        double m = 1;
+        double M = 0;
+        double dmdM = 0;
+        const bool thirdBody = d.thirdBodyKind > 0 || d.partnerCount > 0;
+        if (thirdBody) {
+            const double base = d.thirdBodyKind > 0 ? 1.0 : 0.0;
+            M = base * ctot;
+            for (int p = 0; p < d.partnerCount; ++p) M += (d.efficiencies[p] - base) * c[d.partners[p]];
+            m = M;
+            dmdM = 1;
+            if (!(M > 0)) {
+                ws.m_M[j] = M;
+                ws.m_mult[j] = 0;
+                ws.m_dmdM[j] = 0;
+                rates[j] = {0.0, 0.0};
+                continue;
+            }
+        }
+        if (d.hasLowLimit == 1) {
+            if (!thirdBody) M = ctot;
+            RateKernel::falloff(ws, j, M, T, m, dmdM);
+        }
+        ws.m_M[j] = M;
+        ws.m_mult[j] = m;
+        ws.m_dmdM[j] = dmdM;
+        k *= m;
+
+        const double f = k * c[d.reactants[0]] * c[d.reactants[1]] * c[d.reactants[2]];
+        double r = 0;
+        if (d.reversible == 1) {
+            r = k / ws.m_kc[j] * c[d.products[0]] * c[d.products[1]] * c[d.products[2]] *
+                c[d.products[3]] * c[d.products[4]] * c[d.products[5]];
+        }
+        double q = f - r;
+        if (applySmallDifferenceCut && std::abs(f) > 0 && std::abs(q) / std::abs(f) < SmallDifferenceCut)
+            q = 0;
+        rates[j] = {q, f};
+
+        for (int s = 0; s < d.reactantCount; ++s) {
+            const int i = d.reactants[s];
+            if (i >= ns) continue;
+            production[i][0] -= q;
+            if (q < 0) production[i][1] -= q;
+        }
+        for (int s = 0; s < d.productCount; ++s) {
+            const int i = d.products[s];
+            if (i >= ns) continue;
+            production[i][0] += q;
+            if (q > 0) production[i][1] += q;
+        }
+
+        if (wantHeat) {
+            if (d.reversible == -1) {
+                rates[j][0] = 0;
+            } else {
+                const double dH = h[d.products[0]] + h[d.products[1]] + h[d.products[2]] +
+                                  h[d.products[3]] + h[d.products[4]] + h[d.products[5]] -
+                                  h[d.reactants[0]] - h[d.reactants[1]] - h[d.reactants[2]];
+                rates[j][0] = q * dH * T;
+            }
+        }
+    }
+
+    if (energy) {
+        double A = 0;
+        double B = 0;
+        const double* cp = ws.m_cpOverR.data();
+        double* x = ws.m_moleFrac.data();
+        for (int i = 0; i < ns; ++i) {
+            x[i] = c[i] / ctot;
+            A -= production[i][0] * h[i];
+            B += x[i] * cp[i];
+        }
+        production[ns][0] = T * A / (B * ctot);
+        if (wantTemperatureDerivative) {
+            for (int j = 0; j < nr; ++j) {
+                if (!active.empty() && active[j] == 0) continue;
+                rates[j][0] = -rates[j][0] / (B * ctot);
+            }
+        }
+    }
+}
+
+} // namespace zarvion::postprocessor
