@@ -73,6 +73,7 @@ struct Mechanism {
     std::vector<std::string> initialMoleFractionTexts; //!< as found, trimmed
     std::vector<ThermoRecord> thermo;
     std::vector<ReactionRecord> reactions;
+    std::vector<std::string> elementNames;       //!< "e", then symbols; at most 11
     int thermoKeywordLine = 34;   //!< 1-based line of the THERMO keyword
     int reactionsEndLine = 0;     //!< 1-based line of the closing "END" of the reactions
 };

@@ -1,0 +1,80 @@
+#pragma once
+// Paths of the hand-written fixtures and scratch files for the solver-file tests.
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include <unistd.h>
+
+namespace zarvion::testing {
+
+inline std::filesystem::path dataFile(const std::string& name)
+{
+    return std::filesystem::path(ZARVION_SOURCE_DIR) / "tests" / "data" / name;
+}
+
+//! A fresh folder under the system temp folder, removed when the object goes.
+class ScratchDir {
+public:
+    explicit ScratchDir(const std::string& tag)
+    {
+        m_path = std::filesystem::temp_directory_path() /
+                 ("zarvion-" + tag + "-" + std::to_string(::getpid()) + "-" +
+                  std::to_string(counter()++));
+        std::filesystem::remove_all(m_path);
+        std::filesystem::create_directories(m_path);
+    }
+    ~ScratchDir() { std::filesystem::remove_all(m_path); }
+    const std::filesystem::path& path() const { return m_path; }
+
+    //! Writes bytes to a file in the folder and returns its path.
+    std::filesystem::path write(const std::string& name, const std::string& bytes) const
+    {
+        const auto p = m_path / name;
+        std::ofstream out(p, std::ios::binary);
+        out << bytes;
+        return p;
+    }
+
+private:
+    static int& counter()
+    {
+        static int n = 0;
+        return n;
+    }
+    std::filesystem::path m_path;
+};
+
+inline std::string readBytes(const std::filesystem::path& p)
+{
+    std::ifstream in(p, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+//! The file split at CR LF or LF, without line ends.
+inline std::vector<std::string> readLines(const std::filesystem::path& p)
+{
+    std::vector<std::string> lines;
+    std::ifstream in(p, std::ios::binary);
+    std::string line;
+    while (std::getline(in, line)) {
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+inline std::string joinCrLf(const std::vector<std::string>& lines)
+{
+    std::string out;
+    for (const auto& l : lines) {
+        out += l + "\r\n";
+    }
+    return out;
+}
+
+} // namespace zarvion::testing
