@@ -1,0 +1,300 @@
+#include "reduction/ChemkinConversion.h"
+
+#include <array>
+
+#include "shell/Error.h"
+#include "shell/TextFile.h"
+#include "shell/TextFormat.h"
+
+namespace zarvion::reduction {
+
+using shell::LCase;
+using shell::Left;
+using shell::LTrim;
+using shell::Mid;
+using shell::Trim;
+
+namespace {
+
+constexpr const char* NotPerformed = "The text conversion cannot be performed.";
+constexpr std::size_t ReactionTextWidth = 45;
+
+shell::Message Refusal(std::string text)
+{
+    return shell::Message{std::move(text), shell::StyleWarning, shell::DefaultTitle};
+}
+
+std::string PadRight(std::string s, std::size_t width)
+{
+    if (s.size() < width) {
+        s.append(width - s.size(), ' ');
+    }
+    return s;
+}
+
+//! A 4-column integer field of the integer line; blank counts as 0.
+int IntField(const std::string& text, int lineNumber)
+{
+    const std::string t = Trim(text);
+    if (t.empty()) {
+        return 0;
+    }
+    const auto v = shell::ToDouble(t);
+    if (!v) {
+        throw Error("reaction line " + std::to_string(lineNumber) + ": integer field '" + t +
+                    "' is not a number");
+    }
+    return shell::ToInt32(*v);
+}
+
+//! The count ahead of the first "!" of a header line.
+std::string HeaderCount(const std::string& line)
+{
+    const auto bang = line.find('!');
+    return Trim(bang == std::string::npos ? line : line.substr(0, bang));
+}
+
+//! Replaces the first "M" or "m" of text by name.
+std::string ReplaceFirstM(const std::string& text, const std::string& name)
+{
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == 'M' || text[i] == 'm') {
+            return text.substr(0, i) + name + text.substr(i + 1);
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+std::string ChemkinConversion::text() const
+{
+    return shell::JoinCrLf(lines);
+}
+
+std::string SeparateRateFields(const std::string& rateLine)
+{
+    // A, n and E fill 15-column fields from column 7 and may touch; one blank between them.
+    std::string s;
+    for (int k = 0; k < 3; ++k) {
+        const std::string field = Trim(Mid(rateLine, 7 + 15 * k, 15));
+        if (field.empty()) {
+            continue;
+        }
+        if (!s.empty()) {
+            s += ' ';
+        }
+        s += field;
+    }
+    return s;
+}
+
+ChemkinConversion ConvertReactions(const std::filesystem::path& path)
+{
+    return ConvertReactions(path, shell::Now());
+}
+
+ChemkinConversion ConvertReactions(const std::filesystem::path& path, const std::tm& stamp)
+{
+    ChemkinConversion result;
+    const std::vector<std::string> file = shell::ReadLines(path);
+    const std::string name = path.string();
+    if (file.size() < 11) {
+        throw Error("'" + name + "' ends before its header lines 10 and 11");
+    }
+    const std::string speciesCount = HeaderCount(file[9]);
+    const std::string reactionCount = HeaderCount(file[10]);
+
+    std::size_t at = 11; // 0-based index of the next line to read
+    auto lowerTrimmed = [&](std::size_t i) { return LCase(Trim(file[i])); };
+
+    while (at < file.size() && lowerTrimmed(at) != "thermo") {
+        ++at;
+    }
+    if (at >= file.size()) {
+        result.message = Refusal("In the file '" + name + "', thermodynamic data are not found.");
+        return result;
+    }
+    ++at;
+    std::vector<std::string> thermo;
+    while (at < file.size() && lowerTrimmed(at) != "reactions" && lowerTrimmed(at) != "end") {
+        thermo.push_back(file[at++]);
+    }
+    if (at >= file.size() || lowerTrimmed(at) != "end") {
+        result.message = Refusal("In the file '" + name +
+                                 "', thermodynamic data do not contain the trailing keyword 'End'. " +
+                                 NotPerformed);
+        return result;
+    }
+    ++at;
+    std::vector<std::string> species;
+    for (std::size_t i = 0; i < thermo.size(); i += 4) {
+        species.push_back(Trim(Mid(thermo[i], 7, 17)));
+    }
+    while (at < file.size() && lowerTrimmed(at) != "reactions") {
+        ++at;
+    }
+    if (at >= file.size()) {
+        result.message = Refusal("In the file '" + name + "', reactions are not found.");
+        return result;
+    }
+    ++at;
+    std::vector<std::string> block;
+    while (at < file.size() && lowerTrimmed(at) != "end") {
+        block.push_back(file[at++]);
+    }
+    if (at >= file.size()) {
+        result.message = Refusal("In the file '" + name +
+                                 "', reaction list does not contain the trailing keyword 'End'. " +
+                                 NotPerformed);
+        return result;
+    }
+
+    auto line = [&](std::size_t p) -> const std::string& {
+        if (p >= block.size()) {
+            throw Error("'" + name + "': reaction record " +
+                        std::to_string(result.convertedCount + 1) + " ends early");
+        }
+        return block[p];
+    };
+    auto speciesName = [&](int index) -> std::string {
+        if (index <= 0) {
+            return "";
+        }
+        if (index > static_cast<int>(species.size())) {
+            throw Error("'" + name + "': species index " + std::to_string(index) +
+                        " out of range in reaction " + std::to_string(result.convertedCount + 1));
+        }
+        return species[index - 1];
+    };
+
+    std::vector<std::string> out;
+    std::size_t p = 0; // 0-based index of the next record's title line
+    while (p < block.size()) {
+        const std::string& title = block[p];
+        if (title.find('=') == std::string::npos) {
+            result.message = Refusal("Reaction '" + std::to_string(result.convertedCount) +
+                                     "', error in the text format.");
+            return ChemkinConversion{{}, result.message, result.convertedCount};
+        }
+        const std::string ints = LTrim(line(p + 1));
+        std::array<int, 17> f{};
+        for (int k = 1; k <= 16; ++k) {
+            f[k] = IntField(Mid(ints, 4 * (k - 1) + 1, 4), static_cast<int>(p + 2));
+        }
+        const int reversible = f[16];
+        bool hvLeft = false;
+        bool hvRight = false;
+        bool productWord = false;
+        if (reversible < 0) {
+            const std::string t = " " + LCase(Trim(title)) + " ";
+            const auto eq = t.find('=');
+            const std::string leftPart = t.substr(0, eq);
+            const std::string rightPart = t.substr(eq + 1);
+            hvLeft = leftPart.find(" hv ") != std::string::npos;
+            hvRight = rightPart.find(" hv ") != std::string::npos;
+            productWord = rightPart.find(" prod ") != std::string::npos ||
+                          rightPart.find(" products ") != std::string::npos;
+        }
+        const bool thirdBody = f[12] > 0;
+        const bool falloff = f[14] == 1;
+        const int falloffKind = f[15];
+        const bool explicitPartner = f[13] == 1 && f[12] == 0 && f[14] == 1;
+
+        std::string left = speciesName(f[1]);
+        for (int k = 2; k <= 3; ++k) {
+            if (f[k] > 0) {
+                left += " + " + speciesName(f[k]);
+            }
+        }
+        std::string right = speciesName(f[4]);
+        for (int k = 5; k <= 9; ++k) {
+            if (f[k] > 0) {
+                right += " + " + speciesName(f[k]);
+            }
+        }
+        if (productWord) {
+            right += " + Products";
+        }
+        if (hvLeft) {
+            left += " + hv";
+        }
+        if (hvRight) {
+            right += " + hv";
+        }
+        if (thirdBody && !falloff) {
+            left += " + M";
+            right += " + M";
+        }
+        if (falloff) {
+            left += " (+M)";
+            right += " (+M)";
+        }
+        if (!LTrim(right).empty() && LTrim(right)[0] == '+') {
+            right = Trim(Mid(LTrim(right), 3));
+        }
+        const std::string arrow = reversible == 1 ? " <=> " : (reversible < 1 ? " => " : " <=> ");
+        const std::string reactionText = left + arrow + right;
+        const std::string rate = SeparateRateFields(line(p + 2));
+        out.push_back(PadRight(reactionText, ReactionTextWidth) + rate);
+        const std::size_t reactionLine = out.size() - 1;
+        std::size_t cursor = p + 2;
+
+        if (falloff) {
+            const std::string t = Trim(line(++cursor));
+            out.push_back("   " + Left(t, 3) + "  /" + Trim(Mid(t, 4)) + "/");
+        }
+        if (falloffKind > 0) {
+            const std::string t = LTrim(line(++cursor));
+            const auto blank = t.find(' ');
+            std::string s = blank == std::string::npos
+                                ? t + " /"
+                                : t.substr(0, blank + 1) + " /" + LTrim(t.substr(blank + 1));
+            if (falloffKind == 1) {
+                s = Left(s, 67);
+            } else if (falloffKind == 3) {
+                s = Left(s, 52);
+            }
+            out.push_back("   " + Trim(s) + "/");
+        }
+        if (f[13] > 0) {
+            ++cursor; // partner names are taken from the species list
+            const std::string indices = LTrim(line(++cursor));
+            const std::string efficiencies = LTrim(line(++cursor));
+            const int count = std::min(f[13], 10);
+            if (explicitPartner) {
+                const std::string partner =
+                    speciesName(IntField(Mid(indices, 1, 8), static_cast<int>(cursor)));
+                std::string t = ReplaceFirstM(reactionText, partner);
+                t = ReplaceFirstM(t, partner);
+                out[reactionLine] = PadRight(t, ReactionTextWidth) + "   " + rate;
+            } else {
+                std::string s = "   ";
+                for (int k = 1; k <= count; ++k) {
+                    const int index =
+                        IntField(Mid(indices, 8 * (k - 1) + 1, 8), static_cast<int>(cursor));
+                    s += speciesName(index) + "/" + Trim(Mid(efficiencies, 8 * (k - 1) + 1, 8)) +
+                         "/ ";
+                }
+                out.push_back(s);
+            }
+        }
+        p = cursor + 1;
+        ++result.convertedCount;
+    }
+
+    std::tm when = stamp;
+    result.lines.push_back("! Zarvion,   " + shell::FormatDate(when, "mmm d yyyy") + ", " +
+                           shell::FormatDate(when, "hh:mm:ss"));
+    result.lines.push_back("! Solver File:  " + name);
+    result.lines.push_back("! Species  " + speciesCount);
+    result.lines.push_back("! Reactions  " + reactionCount);
+    result.lines.push_back("! A-units (mol-cm-sec),  E-units (cal/mol)");
+    result.lines.push_back("");
+    for (const auto& l : out) {
+        result.lines.push_back(" " + l);
+    }
+    return result;
+}
+
+} // namespace zarvion::reduction

@@ -1,0 +1,172 @@
+#include <gtest/gtest.h>
+
+#include "core/reduction/SmallMechanism.h"
+#include "reduction/ChemkinConversion.h"
+#include "shell/Error.h"
+
+namespace zarvion::reduction {
+namespace {
+
+using namespace zarvion::testing;
+
+std::tm Stamp()
+{
+    std::tm t{};
+    t.tm_year = 2014 - 1900;
+    t.tm_mon = 2;
+    t.tm_mday = 5;
+    t.tm_hour = 9;
+    t.tm_min = 7;
+    t.tm_sec = 3;
+    return t;
+}
+
+std::string Pad45(std::string s)
+{
+    return Fixed(s, 45);
+}
+
+class ChemkinConversionTest : public ::testing::Test {
+protected:
+    std::filesystem::path dir = FreshFolder("chemkin");
+    std::filesystem::path Write(const std::vector<std::string>& lines)
+    {
+        const auto p = dir / "mech.txt";
+        WriteLines(p, lines);
+        return p;
+    }
+};
+
+TEST_F(ChemkinConversionTest, EveryRecordKindGivesItsChemkinLine)
+{
+    const auto path = Write(SolverFileLines({}, SmallSpecies(), SmallReactions()));
+    const ChemkinConversion c = ConvertReactions(path, Stamp());
+    ASSERT_TRUE(c.ok()) << c.message.text;
+    EXPECT_EQ(c.convertedCount, 9);
+    const std::vector<std::string> expected = {
+        "! Zarvion,   Mar 5 2014, 09:07:03",
+        "! Solver File:  " + path.string(),
+        "! Species  9",
+        "! Reactions  9",
+        "! A-units (mol-cm-sec),  E-units (cal/mol)",
+        "",
+        " " + Pad45("H + O2 <=> O + OH") + "3.5470000E+15 -4.0600000E-01 1.6599000E+04",
+        " " + Pad45("O + H2 => H + OH") + "5.0800000E+04 2.6700000E+00 6.2900000E+03",
+        " " + Pad45("H + O + M <=> OH + M") + "4.7140000E+18 -1.0000000E+00 0.0000000E+00",
+        "    H2/2.5/ H2O/12./ ",
+        " " + Pad45("H + O2 (+M) <=> HO2 (+M)") + "4.6500000E+12 4.4000000E-01 0.0000000E+00",
+        "    LOW  /6.3660000E+20 -1.7200000E+00  5.2480000E+02/",
+        "    TROE  /5.0000000E-01  1.0000000E-30  1.0000000E+30  1.0000000E+30/",
+        "    AR/0.67/ ",
+        // the explicit partner replaces M on both sides, and three blanks lead the rate
+        " " + Pad45("OH + OH (+H2O) <=> H2O2 (+H2O)") + "   7.4000000E+13 -3.7000000E-01 0.0000000E+00",
+        "    LOW  /2.3000000E+18 -9.0000000E-01 -1.7000000E+03/",
+        " " + Pad45("H2O + hv => H + OH") + "1.0000000E-05 0.0000000E+00 0.0000000E+00",
+        " " + Pad45("H2O2 => Products") + "2.0000000E-06 0.0000000E+00 0.0000000E+00",
+        " " + Pad45("H + HO2 (+M) <=> H2O2 (+M)") + "1.0000000E+13 0.0000000E+00 0.0000000E+00",
+        "    LOW  /1.0000000E+17  0.0000000E+00  0.0000000E+00/",
+        "    SRI  /4.5000000E-01  7.9700000E+02  9.7900000E+02  1.0000000E+00  0.0000000E+00/",
+        " " + Pad45("H2 + O2 (+M) <=> HO2 + H (+M)") + "7.4000000E+05 2.4300000E+00 5.3502000E+04",
+        "    LOW  /1.0000000E+14  0.0000000E+00  4.0000000E+04/",
+        // the three-parameter form is cut to 52 characters: the unused fourth number goes
+        "    TROE  /5.0000000E-01  1.0000000E+02  2.0000000E+03/",
+    };
+    ASSERT_EQ(c.lines.size(), expected.size());
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_EQ(c.lines[i], expected[i]) << "line " << i + 1;
+    }
+}
+
+TEST_F(ChemkinConversionTest, LongTextIsNotPaddedAndResultsAreIgnored)
+{
+    auto species = SmallSpecies();
+    species[8].name = "H2O2LONGSPECIESNM"; // fills the 17-column name field
+    auto reactions = SmallReactions();
+    reactions.resize(2);
+    reactions[1].fields = {9, 9, 9, 9, 9, 9, 0, 0, 0, 3, 3, 0, 0, 0, 0, 1};
+    std::vector<FixtureRow> rows(4, FixtureRow{0, 1400, std::vector<double>(9, 0.1)});
+    const auto path = Write(SolverFileLines({}, species, reactions, rows));
+    const ChemkinConversion c = ConvertReactions(path, Stamp());
+    ASSERT_TRUE(c.ok()) << c.message.text;
+    ASSERT_EQ(c.lines.size(), 8U);
+    const std::string text = "H2O2LONGSPECIESNM + H2O2LONGSPECIESNM + H2O2LONGSPECIESNM <=> "
+                             "H2O2LONGSPECIESNM + H2O2LONGSPECIESNM + H2O2LONGSPECIESNM";
+    EXPECT_EQ(c.lines[7], " " + text + "5.0800000E+04 2.6700000E+00 6.2900000E+03");
+}
+
+TEST_F(ChemkinConversionTest, RefusalsCarryTheirExactTexts)
+{
+    const auto good = SolverFileLines({}, SmallSpecies(), SmallReactions());
+    const auto findLine = [&](const std::string& s) {
+        return static_cast<std::ptrdiff_t>(std::find(good.begin(), good.end(), s) - good.begin());
+    };
+    const std::ptrdiff_t thermoAt = findLine("THERMO");
+    const std::ptrdiff_t reactionsAt = findLine("REACTIONS");
+
+    {
+        auto lines = good;
+        lines[thermoAt] = "THERMO ALL";
+        const auto p = Write(lines);
+        EXPECT_EQ(ConvertReactions(p, Stamp()).message.text,
+                  "In the file '" + p.string() + "', thermodynamic data are not found.");
+    }
+    {
+        auto lines = good;
+        lines.erase(lines.begin() + reactionsAt - 2); // the "END" of the THERMO block
+        const auto p = Write(lines);
+        const auto c = ConvertReactions(p, Stamp());
+        EXPECT_EQ(c.message.text, "In the file '" + p.string() +
+                                      "', thermodynamic data do not contain the trailing "
+                                      "keyword 'End'. The text conversion cannot be performed.");
+        EXPECT_EQ(c.message.style, 48);
+        EXPECT_EQ(c.message.title, "ZARVION");
+    }
+    {
+        auto lines = good;
+        lines[reactionsAt] = "REACTION";
+        const auto p = Write(lines);
+        EXPECT_EQ(ConvertReactions(p, Stamp()).message.text,
+                  "In the file '" + p.string() + "', reactions are not found.");
+    }
+    {
+        auto lines = good;
+        lines.pop_back(); // closing "END"
+        const auto p = Write(lines);
+        EXPECT_EQ(ConvertReactions(p, Stamp()).message.text,
+                  "In the file '" + p.string() +
+                      "', reaction list does not contain the trailing keyword 'End'. The text "
+                      "conversion cannot be performed.");
+    }
+    {
+        auto lines = good;
+        // the title of reaction 3: two reactions have been converted before it
+        const std::ptrdiff_t third = findLine(" 3    H+O+M=OH+M");
+        ASSERT_LT(third, static_cast<std::ptrdiff_t>(lines.size()));
+        lines[third] = " 3    H+O+M>OH+M";
+        const auto p = Write(lines);
+        const auto c = ConvertReactions(p, Stamp());
+        EXPECT_EQ(c.message.text, "Reaction '2', error in the text format.");
+        EXPECT_TRUE(c.lines.empty());
+    }
+}
+
+TEST_F(ChemkinConversionTest, CutRecordAndBadIndexAreFaultsNotCrashes)
+{
+    auto lines = SolverFileLines({}, SmallSpecies(), SmallReactions());
+    lines.erase(lines.end() - 2); // last line of the last record
+    EXPECT_THROW(ConvertReactions(Write(lines), Stamp()), zarvion::Error);
+
+    auto reactions = SmallReactions();
+    reactions[0].fields[0] = 42;
+    EXPECT_THROW(ConvertReactions(Write(SolverFileLines({}, SmallSpecies(), reactions)), Stamp()),
+                 zarvion::Error);
+}
+
+TEST(SeparateRateFields, TouchingFieldsGetOneBlank)
+{
+    EXPECT_EQ(SeparateRateFields("      1.000000000E+14-1.50000000E+00 1.23456780E+04"),
+              "1.000000000E+14 -1.50000000E+00 1.23456780E+04");
+}
+
+} // namespace
+} // namespace zarvion::reduction
