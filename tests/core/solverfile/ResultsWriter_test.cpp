@@ -1,0 +1,187 @@
+// Layout of the appended results section: field format, record geometry at the 50-species line
+// breaks, removal of an old section and the success and failure endings.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "shell/Error.h"
+#include "shell/TextFile.h"
+#include "solverfile/ResultsWriter.h"
+
+using namespace zarvion::solverfile;
+
+namespace {
+
+std::vector<std::string> names(int n)
+{
+    std::vector<std::string> v;
+    for (int i = 1; i <= n; ++i) v.push_back("S" + std::to_string(i));
+    return v;
+}
+
+// 1-based column slice of a line.
+std::string cols(const std::string& line, int first, int last)
+{
+    return line.substr(first - 1, last - first + 1);
+}
+
+class ResultsWriterFile : public ::testing::Test {
+protected:
+    std::filesystem::path dir;
+    std::filesystem::path file;
+    void SetUp() override
+    {
+        dir = std::filesystem::temp_directory_path() /
+              ("zarvion_rw_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "_" +
+               ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        std::filesystem::remove_all(dir);
+        std::filesystem::create_directories(dir);
+        file = dir / "case.txt";
+    }
+    void TearDown() override { std::filesystem::remove_all(dir); }
+    void write(const std::string& text)
+    {
+        std::ofstream(file, std::ios::binary) << text;
+    }
+};
+
+} // namespace
+
+TEST(FormatResultField, FixedWidthScientific)
+{
+    EXPECT_EQ(FormatResultField(0.123456789), " 1.234567890E-01");
+    EXPECT_EQ(FormatResultField(-2000.0), "-2.000000000E+03");
+    EXPECT_EQ(FormatResultField(0.0), " 0.000000000E+00");
+    EXPECT_EQ(FormatResultField(-0.0), " 0.000000000E+00");
+    EXPECT_EQ(FormatResultField(1.5e-99), " 1.500000000E-99");
+    // Below 1E-99 in magnitude: zero, with a blank sign also for negative values.
+    EXPECT_EQ(FormatResultField(9.9e-100), " 0.000000000E+00");
+    EXPECT_EQ(FormatResultField(-3e-120), " 0.000000000E+00");
+    // Rounding to ten digits carries into the exponent.
+    EXPECT_EQ(FormatResultField(9.9999999999e-5), " 1.000000000E-04");
+    EXPECT_EQ(FormatResultField(1e99), " 1.000000000E+99");
+    // What cannot be written in 16 characters is starred, never widened.
+    EXPECT_EQ(FormatResultField(1e100), "****************");
+    EXPECT_EQ(FormatResultField(9.99999999999e99), "****************");
+    EXPECT_EQ(FormatResultField(std::numeric_limits<double>::quiet_NaN()), "****************");
+    EXPECT_EQ(FormatResultField(-std::numeric_limits<double>::infinity()), "****************");
+}
+
+TEST(FormatRecords, FirstLineGeometry)
+{
+    const auto head = FormatHeadRecord(names(3));
+    ASSERT_EQ(head.size(), 1u);
+    const std::string& h = head[0];
+    EXPECT_EQ(h.size(), 7u + 16 + 17 + 3 * 17 + 17);
+    EXPECT_EQ(cols(h, 1, 7), "       ");
+    EXPECT_EQ(cols(h, 8, 23), "         Time(s)");
+    EXPECT_EQ(cols(h, 24, 24), " ");
+    EXPECT_EQ(cols(h, 25, 40), "            T(K)");
+    EXPECT_EQ(cols(h, 42, 57), "              S1");
+    EXPECT_EQ(cols(h, 42 + 17 * 2, 57 + 17 * 2), "              S3");
+    EXPECT_EQ(h.substr(h.size() - 17), "          Step(s)");
+
+    const std::vector<double> y{0.25, -1e-12, 0.75};
+    const auto row = FormatDataRecord(12, 1.5e-3, 1400.0, y, 2.5e-6);
+    ASSERT_EQ(row.size(), 1u);
+    const std::string& r = row[0];
+    EXPECT_EQ(r.size(), h.size());
+    EXPECT_EQ(cols(r, 1, 7), "     12");
+    EXPECT_EQ(cols(r, 8, 23), " 1.500000000E-03");
+    EXPECT_EQ(cols(r, 25, 40), " 1.400000000E+03");
+    EXPECT_EQ(cols(r, 41, 41), " ");
+    EXPECT_EQ(cols(r, 42, 57), " 2.500000000E-01");
+    EXPECT_EQ(cols(r, 59, 74), "-1.000000000E-12");
+    EXPECT_EQ(r.substr(r.size() - 17), "  2.500000000E-06");
+}
+
+TEST(FormatRecords, ContinuationLinesOfFifty)
+{
+    // Physical lines per record: 50 -> 1, 51 -> 2, 100 -> 2, 101 -> 3.
+    const std::pair<int, std::size_t> cases[] = {{49, 1}, {50, 1}, {51, 2}, {100, 2}, {101, 3}};
+    for (auto [ns, lines] : cases) {
+        const auto head = FormatHeadRecord(names(ns));
+        std::vector<double> y(ns);
+        for (int i = 0; i < ns; ++i) y[i] = (i + 1) * 1e-3;
+        const auto row = FormatDataRecord(1, 0, 300, y, 0);
+        ASSERT_EQ(head.size(), lines) << ns;
+        ASSERT_EQ(row.size(), lines) << ns;
+        EXPECT_EQ(head[0].size(), 40u + 17 * std::min(ns, 50) + 17) << ns;
+        for (std::size_t k = 1; k < lines; ++k) {
+            const int onLine = std::min(50, ns - 50 * static_cast<int>(k));
+            EXPECT_EQ(head[k].size(), 40u + 17 * onLine);
+            EXPECT_EQ(row[k].size(), head[k].size());
+            EXPECT_EQ(head[k].substr(0, 41), std::string(41, ' '));
+            // Species 50k + 1 stands at columns 42-57 of line k + 1, like species 1 on line 1.
+            EXPECT_EQ(cols(row[k], 42, 57), FormatResultField(y[50 * k])) << ns;
+            EXPECT_EQ(cols(head[k], 42, 57), std::string(16 - 1 - std::to_string(50 * k + 1).size(), ' ') +
+                                                  "S" + std::to_string(50 * k + 1));
+        }
+        EXPECT_EQ(cols(row[0], 42 + 17 * 49 * (ns >= 50), 57 + 17 * 49 * (ns >= 50)),
+                  FormatResultField(y[ns >= 50 ? 49 : 0]));
+    }
+    EXPECT_THROW(FormatHeadRecord(std::vector<std::string>{"ABCDEFGHIJKLMNOPQ"}), zarvion::Error);
+}
+
+TEST(InputSideText, CutsBehindEndLine)
+{
+    EXPECT_EQ(InputSideText("a\r\nEND\r\n\r\n!$Results   $$\r\nx\r\n", 2), "a\r\nEND\r\n");
+    EXPECT_EQ(InputSideText("a\nEND\n\nold\n", 2), "a\nEND\n");
+    EXPECT_EQ(InputSideText("a\r\nEND", 2), "a\r\nEND\r\n");
+    EXPECT_THROW(InputSideText("a\r\n", 3), zarvion::Error);
+}
+
+TEST_F(ResultsWriterFile, SuccessfulRunReplacesOldSection)
+{
+    const std::string input = "line one\r\nREACTIONS\r\nEND\r\n";
+    write(input + "\r\n!$Results   $$\r\nold rows\r\n!$END\r\nStatistics\r\nold\r\n");
+    {
+        ResultsWriter w(file, 3, names(2));
+        const std::vector<double> y0{0.5, 0.5}, y1{0.4, 0.6};
+        w.writeRow(0, 1000, y0, 0);
+        w.writeRow(1e-3, 1100, y1, 1e-3);
+        EXPECT_EQ(w.rowsWritten(), 2);
+        w.finish({"Accepted steps: 12"});
+    }
+    const std::string text = zarvion::shell::ReadFile(file);
+    ASSERT_EQ(text.substr(0, input.size()), input);
+    const auto lines = zarvion::shell::SplitLines(text);
+    ASSERT_EQ(lines.size(), 3u + 8);
+    EXPECT_EQ(lines[3], "");
+    EXPECT_EQ(lines[4], "!$Results   $$");
+    EXPECT_EQ(lines[5], FormatHeadRecord(names(2))[0]);
+    EXPECT_EQ(cols(lines[7], 1, 7), "      2");
+    EXPECT_EQ(lines[8], "!$END");
+    EXPECT_EQ(lines[9], "Statistics");
+    EXPECT_EQ(lines[10], "Accepted steps: 12");
+    EXPECT_EQ(text.find("old"), std::string::npos);
+    // Every line ends in CR LF.
+    std::size_t lf = 0, crlf = 0;
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (text[i] == '\n') {
+            ++lf;
+            crlf += i > 0 && text[i - 1] == '\r';
+        }
+    EXPECT_EQ(lf, crlf);
+}
+
+TEST_F(ResultsWriterFile, FailedRunKeepsRowsAndWritesError)
+{
+    write("x\r\nEND\r\n");
+    ResultsWriter w(file, 2, names(51));
+    std::vector<double> y(51, 1.0 / 51);
+    w.writeRow(0, 900, y, 0);
+    // Before the end is written, the table so far is already on disk.
+    auto partial = zarvion::shell::ReadLines(file);
+    ASSERT_EQ(partial.size(), 2u + 2 + 2 + 2);
+    EXPECT_EQ(partial.back().size(), 40u + 17);
+    w.fail("Temperature outside the allowable interval", {"T = 3.5E+03 K at t = 1.0E-03 s"});
+    const auto lines = zarvion::shell::ReadLines(file);
+    ASSERT_EQ(lines.size(), partial.size() + 2);
+    EXPECT_EQ(lines[lines.size() - 2], "ERROR Temperature outside the allowable interval");
+    for (const auto& l : lines) EXPECT_NE(l, "!$END");
+}
