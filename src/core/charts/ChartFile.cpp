@@ -305,6 +305,34 @@ bool StoreChart(const ChartDocument& chart, const std::filesystem::path& path)
     }
 }
 
+namespace {
+
+void adopt(ChartDocument& chart, ChartProperties scratch)
+{
+    // A slot whose text is empty is a free slot.
+    for (auto& a : scratch.annotations) {
+        if (a.text.empty()) {
+            a = Annotation{};
+        }
+    }
+    chart.selected = ChartDocument::Selection{};
+    chart.monochrome = false;
+    chart.ColorBackup.clear();
+    static_cast<ChartProperties&>(chart) = std::move(scratch);
+}
+
+} // namespace
+
+bool LoadChartText(ChartDocument& chart, std::string_view text)
+{
+    auto scratch = ChartFromJson(text);
+    if (!scratch) {
+        return false;
+    }
+    adopt(chart, std::move(*scratch));
+    return true;
+}
+
 OpenPlotResult OPENPLOT(ChartDocument& chart, const std::filesystem::path& path)
 {
     OpenPlotResult result;
@@ -321,16 +349,7 @@ OpenPlotResult OPENPLOT(ChartDocument& chart, const std::filesystem::path& path)
         return result;
     }
     result.caption = path.filename().string();
-    // A slot whose text is empty is a free slot.
-    for (auto& a : scratch->annotations) {
-        if (a.text.empty()) {
-            a = Annotation{};
-        }
-    }
-    chart.selected = ChartDocument::Selection{};
-    chart.monochrome = false;
-    chart.ColorBackup.clear();
-    static_cast<ChartProperties&>(chart) = std::move(*scratch);
+    adopt(chart, std::move(*scratch));
     return result;
 }
 

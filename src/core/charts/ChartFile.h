@@ -35,6 +35,10 @@ struct OpenPlotResult {
 //! set. On success the chart shows the file in colour, with free annotation slots normalised.
 OpenPlotResult OPENPLOT(ChartDocument& chart, const std::filesystem::path& path);
 
+//! Puts the properties of chart file text into `chart` as OPENPLOT does, touching nothing on
+//! failure; the file flags and path are left alone. Returns the success flag.
+bool LoadChartText(ChartDocument& chart, std::string_view text);
+
 //! Save: stores to ChartPath when there is one and clears MustSave on success. Returns
 //! false when there was no path or the store failed: the caller then runs Save as.
 bool SaveTT(ChartDocument& chart);
