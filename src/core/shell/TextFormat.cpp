@@ -29,8 +29,9 @@ Decimal toDecimal(double magnitude)
         return d;
     }
     char buf[64];
-    std::snprintf(buf, sizeof buf, "%.14e", magnitude); // d.dddddddddddddde+XX
-    std::string s(buf);
+    const auto res = std::to_chars(buf, buf + sizeof buf, magnitude, std::chars_format::scientific,
+                                   14); // d.dddddddddddddde+XX
+    std::string s(buf, res.ptr);
     const auto ePos = s.find('e');
     std::string mant = s.substr(0, ePos);
     const int exp10 = std::atoi(s.c_str() + ePos + 1);
@@ -395,7 +396,11 @@ std::string Format(double value, std::string_view pattern)
     }
     const NumberPattern np = parsePattern(pattern);
     if (np.intPlaces == 0 && np.fracPlaces == 0 && !np.point && !np.exponent) {
-        // No number placeholders at all: the pattern is literal text.
+        // No number placeholders: a text field takes the number's general text; anything
+        // else is literal text.
+        if (pattern.find('@') != std::string_view::npos) {
+            return FormatText(ShortestText(value), pattern);
+        }
         return std::string(pattern);
     }
     bool nonZero = false;

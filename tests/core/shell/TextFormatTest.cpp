@@ -119,6 +119,12 @@ TEST(Format, FixedPatterns)
     });
 }
 
+TEST(Format, TextFieldPatternTakesTheGeneralText)
+{
+    EXPECT_EQ(Format(2.5, "@@@@@"), "  2.5");
+    EXPECT_EQ(Format(-1e-7, "!@@@@@@@@"), "-1E-07  ");
+}
+
 TEST(Format, NonFiniteValuesDoNotThrow)
 {
     EXPECT_EQ(Format(std::numeric_limits<double>::infinity(), "0.00E+00"), "Inf");
