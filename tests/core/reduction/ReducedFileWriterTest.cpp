@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include "core/reduction/SmallMechanism.h"
+#include "reduction/ReducedFileWriter.h"
+#include "shell/TextFile.h"
+#include "solverfile/SolverFileReader.h"
+
+namespace zarvion::reduction {
+namespace {
+
+using namespace zarvion::testing;
+
+std::tm Stamp()
+{
+    std::tm t{};
+    t.tm_year = 2014 - 1900;
+    t.tm_mon = 2;
+    t.tm_mday = 5;
+    t.tm_hour = 14;
+    t.tm_min = 30;
+    t.tm_sec = 0;
+    return t;
+}
+
+class ReducedFileWriterTest : public ::testing::Test {
+protected:
+    std::filesystem::path dir = FreshFolder("reduced_writer");
+    ReductionTables t;
+    std::vector<std::string> source;
+
+    void SetUp() override
+    {
+        auto reactions = SmallReactions();
+        // reaction 3 gets three partners: H2 (dropped below), H2O 1.234 and O2 2
+        reactions[2].fields[12] = 3;
+        reactions[2].optionalLines = {Columns8({"H2", "H2O", "O2"}, ""),
+                                      Columns8({"1", "6", "2"}, "0"),
+                                      Columns8({"2.5", "1.234", "2"}, "0.")};
+        std::vector<FixtureRow> rows(4, FixtureRow{0, 1400, std::vector<double>(9, 0.1)});
+        source = SolverFileLines({}, SmallSpecies(), reactions, rows);
+        WriteLines(dir / "source.txt", source);
+        t.NumSpecies = 9;
+        t.NumReactions = 9;
+        // drop H2 (1) and AR (7); keep reactions 1, 3, 4, 5, 9
+        t.KeptSpecies = {false, true, true, true, true, true, false, true, true};
+        t.KeptReactions = {true, false, true, true, true, false, false, false, true};
+        t.SourcePath = (dir / "source.txt").string();
+        t.ReducedPath = (dir / "reduced.txt").string();
+        t.TemperatureIsTarget = true;
+        t.TargetSpecies = {5};
+        t.TargetCount = 1;
+    }
+};
+
+TEST_F(ReducedFileWriterTest, KeptRecordsRenumberedAndTargetsOnLine12)
+{
+    const auto m = WriteReducedFile(t, 0.1, {0.05}, 0.3, Stamp());
+    ASSERT_TRUE(m.empty()) << m.text;
+    EXPECT_EQ(t.ReducedSpeciesCount, 7);
+    EXPECT_EQ(t.ReducedReactionCount, 5);
+    const auto out = shell::ReadLines(t.ReducedPath);
+    EXPECT_EQ(out[0], " !$Zarvion Solver,  Mar 5 2014, 14:30:00");
+    EXPECT_EQ(out[1], " ");
+    EXPECT_EQ(out[2], " Don't modify this file, the file has a fixed format and is intended for "
+                      "use in the Zarvion solver.");
+    EXPECT_EQ(out[4], " Source solver file: " + t.SourcePath);
+    EXPECT_EQ(out[5], source[5]);
+    EXPECT_EQ(out[9], " 7 !Species");
+    EXPECT_EQ(out[10], " 5 !Reactions");
+    // OH is species 5 of the source and 4 of the reduced file
+    EXPECT_EQ(out[11], " 2 -1 4 !Targets T 1.000E-01, OH 5.000E-02, Others 3.000E-01");
+    for (int i = 12; i < 34; ++i) {
+        EXPECT_EQ(out[i], source[i]) << "line " << i + 1;
+    }
+    // species record of O2, now number 1: the old number goes, the rest stays
+    EXPECT_EQ(out[34], " 1   " + source[38].substr(5));
+    EXPECT_EQ(out[35], source[39]);
+    EXPECT_EQ(out.back(), " End");
+
+    // The file reads back as a mechanism with the renumbered records.
+    const solverfile::Mechanism mech = solverfile::ReadMechanism(t.ReducedPath);
+    ASSERT_EQ(mech.speciesNames,
+              (std::vector<std::string>{"O2", "H", "O", "OH", "H2O", "HO2", "H2O2"}));
+    ASSERT_EQ(mech.reactions.size(), 5U);
+    const auto& r1 = mech.reactions[0].ints;
+    EXPECT_EQ((std::array<int, 5>{r1[1], r1[2], r1[3], r1[4], r1[5]}),
+              (std::array<int, 5>{2, 1, 0, 3, 4}));
+    // reaction 3: H2 dropped from the partners, the others renumbered, efficiencies cut
+    const auto& r2 = mech.reactions[1];
+    EXPECT_EQ(r2.ints[13], 2);
+    EXPECT_EQ(r2.ints[17], 5);
+    EXPECT_EQ(r2.ints[18], 1);
+    EXPECT_DOUBLE_EQ(r2.reals[12], 1.23);
+    EXPECT_DOUBLE_EQ(r2.reals[13], 2.0);
+    // reaction 4: its only partner AR dropped -> plain third body, no partner lines
+    const auto& r3 = mech.reactions[2];
+    EXPECT_EQ(r3.ints[12], 1);
+    EXPECT_EQ(r3.ints[13], 0);
+    EXPECT_EQ(r3.ints[14], 1);
+    EXPECT_EQ(r3.ints[15], 1);
+    // the explicit partner H2O keeps its place with its new number
+    EXPECT_EQ(mech.reactions[3].ints[17], 5);
+    EXPECT_DOUBLE_EQ(mech.reactions[4].reals[1], 7.4e5);
+
+    std::vector<std::string> text(out.begin(), out.end());
+    const auto at = [&](const std::string& s) {
+        return std::find(text.begin(), text.end(), s) != text.end();
+    };
+    EXPECT_TRUE(at("      H2O     O2      "));
+    EXPECT_TRUE(at("      5       1       0       0       0       0       0       0       0       0       "));
+    EXPECT_TRUE(at("      1.23    2.      0.      0.      0.      0.      0.      0.      0.      0.      "));
+    EXPECT_TRUE(at(" 2    H+O+M=OH+M"));
+    EXPECT_TRUE(at("      2   3   0   4   0   0   0   0   0   2   1   2   2   0   0   1   "));
+}
+
+TEST_F(ReducedFileWriterTest, MissingEndRefusesAndWritesNothing)
+{
+    auto lines = source;
+    auto end = std::find(lines.rbegin(), lines.rend(), "END");
+    *end = "ENDE";
+    WriteLines(t.SourcePath, lines);
+    const auto m = WriteReducedFile(t, 0.1, {0.05}, 0.3, Stamp());
+    EXPECT_EQ(m.text, "The reaction list of the source file does not contain the key word End. "
+                      "The file is changed or corrupted; the reduced file cannot be created.");
+    EXPECT_EQ(m.style, 48);
+    EXPECT_FALSE(std::filesystem::exists(t.ReducedPath));
+
+    // without a results section the closing keyword must stand two lines from the end
+    lines = SolverFileLines({}, SmallSpecies(), SmallReactions());
+    WriteLines(t.SourcePath, lines);
+    EXPECT_FALSE(WriteReducedFile(t, 0.1, {0.05}, 0.3, Stamp()).empty());
+    lines.push_back("");
+    lines.push_back("trailing");
+    WriteLines(t.SourcePath, lines);
+    EXPECT_TRUE(WriteReducedFile(t, 0.1, {0.05}, 0.3, Stamp()).empty());
+}
+
+TEST(TargetLine, TemperatureAndSpecies)
+{
+    EXPECT_EQ(TargetLine(true, 0.1, {3}, {"OH"}, {0.05}, 0.3),
+              " 2 -1 3 !Targets T 1.000E-01, OH 5.000E-02, Others 3.000E-01");
+    EXPECT_EQ(TargetLine(false, -1, {1, 4}, {"CH4", "O2"}, {0.1, 0.25}, 0.3),
+              " 2 1 4 !Targets CH4 1.000E-01, O2 2.500E-01, Others 3.000E-01");
+}
+
+} // namespace
+} // namespace zarvion::reduction
