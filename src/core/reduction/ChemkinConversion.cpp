@@ -1,6 +1,8 @@
 #include "reduction/ChemkinConversion.h"
 
+#include <algorithm>
 #include <array>
+#include <map>
 
 #include "shell/Error.h"
 #include "shell/TextFile.h"
@@ -169,6 +171,10 @@ ChemkinConversion ConvertReactions(const std::filesystem::path& path, const std:
     };
 
     std::vector<std::string> out;
+    // Per reaction: the participants as a key and the last output line of its record, so that
+    // reactions that CHEMKIN readers would take for duplicates can be marked as such.
+    std::vector<std::pair<std::string, std::string>> keys;
+    std::vector<std::size_t> recordEnds;
     std::size_t p = 0; // 0-based index of the next record's title line
     while (p < block.size()) {
         const std::string& title = block[p];
@@ -239,6 +245,7 @@ ChemkinConversion ConvertReactions(const std::filesystem::path& path, const std:
         out.push_back(PadRight(reactionText, ReactionTextWidth) + rate);
         const std::size_t reactionLine = out.size() - 1;
         std::size_t cursor = p + 2;
+        int partnerIndex = 0;
 
         if (falloff) {
             const std::string t = Trim(line(++cursor));
@@ -263,8 +270,8 @@ ChemkinConversion ConvertReactions(const std::filesystem::path& path, const std:
             const std::string efficiencies = LTrim(line(++cursor));
             const int count = std::min(f[13], 10);
             if (explicitPartner) {
-                const std::string partner =
-                    speciesName(IntField(Mid(indices, 1, 8), static_cast<int>(cursor)));
+                partnerIndex = IntField(Mid(indices, 1, 8), static_cast<int>(cursor));
+                const std::string partner = speciesName(partnerIndex);
                 std::string t = ReplaceFirstM(reactionText, partner);
                 t = ReplaceFirstM(t, partner);
                 out[reactionLine] = PadRight(t, ReactionTextWidth) + "   " + rate;
@@ -279,8 +286,64 @@ ChemkinConversion ConvertReactions(const std::filesystem::path& path, const std:
                 out.push_back(s);
             }
         }
+        {
+            std::vector<int> lhs(f.begin() + 1, f.begin() + 4);
+            std::vector<int> rhs(f.begin() + 4, f.begin() + 10);
+            std::sort(lhs.begin(), lhs.end());
+            std::sort(rhs.begin(), rhs.end());
+            std::string kindTag = "|" + std::to_string(thirdBody) + std::to_string(falloff) + "|" +
+                                  std::to_string(partnerIndex) + "|";
+            auto join = [](const std::vector<int>& v) {
+                std::string k;
+                for (int x : v) {
+                    if (x > 0) {
+                        k += std::to_string(x) + ",";
+                    }
+                }
+                return k;
+            };
+            const std::string forward = join(lhs) + ">" + join(rhs) + kindTag +
+                                        std::to_string(hvLeft) + std::to_string(hvRight) +
+                                        std::to_string(productWord);
+            const std::string backward =
+                reversible == 1 ? join(rhs) + ">" + join(lhs) + kindTag + std::to_string(hvRight) +
+                                      std::to_string(hvLeft) + std::to_string(productWord)
+                                : std::string();
+            keys.emplace_back(forward, backward);
+            recordEnds.push_back(out.size());
+        }
         p = cursor + 1;
         ++result.convertedCount;
+    }
+
+    // Mark reactions with the same participants (a reversible one also matching the reverse
+    // of another) as DUPLICATE, which CHEMKIN readers require of such pairs.
+    std::map<std::string, std::vector<std::size_t>> byKey;
+    for (std::size_t r = 0; r < keys.size(); ++r) {
+        byKey[keys[r].first].push_back(r);
+    }
+    std::vector<bool> duplicate(keys.size(), false);
+    for (std::size_t r = 0; r < keys.size(); ++r) {
+        const auto& same = byKey[keys[r].first];
+        if (same.size() > 1) {
+            duplicate[r] = true;
+        }
+        if (!keys[r].second.empty()) {
+            const auto it = byKey.find(keys[r].second);
+            if (it != byKey.end()) {
+                for (std::size_t o : it->second) {
+                    if (o != r) {
+                        duplicate[r] = true;
+                        duplicate[o] = true;
+                    }
+                }
+            }
+        }
+    }
+    for (std::size_t r = keys.size(); r-- > 0;) {
+        if (duplicate[r]) {
+            out.insert(out.begin() + static_cast<std::ptrdiff_t>(recordEnds[r]), "   DUPLICATE");
+        }
     }
 
     std::tm when = stamp;

@@ -94,6 +94,24 @@ TEST_F(ChemkinConversionTest, LongTextIsNotPaddedAndResultsAreIgnored)
     EXPECT_EQ(c.lines[7], " " + text + "5.0800000E+04 2.6700000E+00 6.2900000E+03");
 }
 
+TEST_F(ChemkinConversionTest, ReactionsWithTheSameParticipantsAreMarkedDuplicate)
+{
+    auto reactions = SmallReactions();
+    reactions.resize(3);
+    // r2 is the reverse of the reversible r1; r3 differs by its third body
+    reactions[1] = {"O+OH=>H+O2", {5, 4, 0, 2, 3, 0, 0, 0, 0, 2, 2, 0, 0, 0, 0, 0}, 1, 0, 0, {}};
+    reactions[2] = {"H+O2+M=O+OH+M", {3, 2, 0, 4, 5, 0, 0, 0, 0, 2, 2, 1, 0, 0, 0, 1}, 1, 0, 0, {}};
+    const ChemkinConversion c =
+        ConvertReactions(Write(SolverFileLines({}, SmallSpecies(), reactions)), Stamp());
+    ASSERT_TRUE(c.ok()) << c.message.text;
+    ASSERT_EQ(c.lines.size(), 6U + 5U);
+    EXPECT_EQ(c.lines[6].substr(0, 18), " H + O2 <=> O + OH");
+    EXPECT_EQ(c.lines[7], "    DUPLICATE");
+    EXPECT_EQ(c.lines[8].substr(0, 17), " OH + O => O2 + H");
+    EXPECT_EQ(c.lines[9], "    DUPLICATE");
+    EXPECT_EQ(c.lines[10].substr(0, 26), " H + O2 + M <=> O + OH + M");
+}
+
 TEST_F(ChemkinConversionTest, RefusalsCarryTheirExactTexts)
 {
     const auto good = SolverFileLines({}, SmallSpecies(), SmallReactions());
