@@ -154,7 +154,10 @@ ResultSet ReadResultsText(const std::string& text, const std::string& fileName, 
 {
     const bool menu = form == ReaderForm::MenuForm;
     outcome = {};
-    const std::string name = std::filesystem::path(fileName).filename().string();
+    // A leading "$" marks a temporary run: the rest is the name for the caption.
+    const std::string name = !fileName.empty() && fileName[0] == '$'
+                                 ? fileName.substr(1)
+                                 : std::filesystem::path(fileName).filename().string();
     outcome.caption = (menu ? "Solver File  " : "Solver ") + name;
     auto refuse = [&](std::string message) {
         outcome.failed = true;

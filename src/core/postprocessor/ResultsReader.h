@@ -49,7 +49,8 @@ struct ReadOutcome {
 ResultSet OPEN_Rich(const std::filesystem::path& fileName, ReaderForm form,
                     const PhysicalConstants& constants, ReadOutcome& outcome);
 
-//! The same over the file's text already in memory.
+//! The same over the file's text already in memory. A fileName beginning with "$" names a
+//! temporary run: the caption takes the rest of it.
 ResultSet ReadResultsText(const std::string& text, const std::string& fileName, ReaderForm form,
                           const PhysicalConstants& constants, ReadOutcome& outcome);
 

@@ -306,8 +306,17 @@ Mechanism ReadMechanismFromLines(const std::vector<std::string>& lines, const st
         h.maxSteps = std::max(headerInt(lines, 22, fileName), 3);
         h.relativeTolerance = headerDouble(lines, 23, fileName);
     }
-    if (scope != HeaderScope::ResultsReader) {
+    if (scope == HeaderScope::Full) {
         h.outputEvery = std::max(headerInt(lines, 28, fileName), 1);
+    } else if (scope == HeaderScope::ResultsReaderWithLine28) {
+        // Read from the first token and not used further.
+        try {
+            h.outputEvery = std::max(shell::ToInt32(firstTokenDouble(lines, 28, fileName)), 1);
+        } catch (const ParseError&) {
+            throw;
+        } catch (const Error& e) {
+            throw ParseError(fileName, 28, 0, e.what());
+        }
     }
     h.GasConstantEnergy = firstTokenDouble(lines, 31, fileName);
     h.GasConstantConc = firstTokenDouble(lines, 32, fileName);

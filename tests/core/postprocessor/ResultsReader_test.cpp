@@ -195,8 +195,11 @@ TEST(ResultsReader, RefusalsOfBothForms)
               "In the file " + twoRows.string() + ", the results of calculation are incomplete.");
 
     const ResultSet three = readFile("toy_results_3rows.txt", ReaderForm::MenuForm, outcome);
-    EXPECT_FALSE(outcome.failed);
     EXPECT_EQ(three.rowCount, 4);
+    ReadResultsText(readText(dataFile("toy_results_3rows.txt")), "$run 7", ReaderForm::SOL_RESX,
+                    Codata, outcome);
+    EXPECT_EQ(outcome.caption, "Solver run 7");
+    EXPECT_FALSE(outcome.failed);
 
     // "!$Results" at the very start of the text does not count as found.
     ReadResultsText("!$Results $$\r\n", "x", ReaderForm::MenuForm, Codata, outcome);
@@ -272,8 +275,9 @@ TEST(ResultsReader, BrokenInputSideThrows)
     EXPECT_THROW(readText(editedToy("toy_results.txt", 10, " 4 Species"), ReaderForm::MenuForm,
                           outcome),
                  ParseError);
-    // Line 28 is read by MenuForm only.
-    const std::string noBang = editedToy("toy_results.txt", 28, " 1");
+    // Line 28 is read, by its first token, by MenuForm only.
+    EXPECT_NO_THROW(readText(editedToy("toy_results.txt", 28, " 1"), ReaderForm::MenuForm, outcome));
+    const std::string noBang = editedToy("toy_results.txt", 28, " x !Delta N");
     EXPECT_THROW(readText(noBang, ReaderForm::MenuForm, outcome), ParseError);
     EXPECT_NO_THROW(readText(noBang, ReaderForm::SOL_RESX, outcome));
     EXPECT_FALSE(outcome.failed);
