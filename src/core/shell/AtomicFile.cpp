@@ -1,6 +1,7 @@
 #include "shell/AtomicFile.h"
 
 #include "shell/Error.h"
+#include "shell/FileGuards.h"
 
 #include <cerrno>
 #include <cstring>
@@ -80,6 +81,10 @@ void WriteFileAtomically(const std::filesystem::path& target, std::string_view c
     std::error_code ec;
     if (std::filesystem::is_directory(target, ec)) {
         throw Error("Cannot write the file " + target.string() + ": it is a folder");
+    }
+    if (GetReadOnlyState(target, false).state == 1) {
+        // Replacing by rename would get around the read-only state; a plain write could not.
+        throw Error("Cannot write the file " + target.string() + ": it is read-only");
     }
     TempFile temp(target);
 

@@ -10,7 +10,8 @@
 namespace zarvion::shell {
 
 //! Writes content to target atomically; throws zarvion::Error (with the path) on failure,
-//! leaving any existing target untouched.
+//! leaving any existing target untouched. A read-only target is refused, as a plain write
+//! would be.
 void WriteFileAtomically(const std::filesystem::path& target, std::string_view content);
 
 //! Test hook run after the temporary file is complete and before the rename; a hook that

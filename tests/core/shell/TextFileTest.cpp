@@ -88,4 +88,10 @@ TEST(AtomicFile, RefusesBadTargetsAndKeepsPermissions)
     EXPECT_EQ(fs::status(file).permissions() & fs::perms::all,
               fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_EQ(ReadFile(file), "b");
+
+    fs::permissions(file, fs::perms::owner_read);
+    EXPECT_THROW(WriteFileAtomically(file, "c"), zarvion::Error);
+    fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(ReadFile(file), "b");
+    EXPECT_EQ(dir.entryCount(), 1u);
 }
