@@ -1,5 +1,6 @@
 #include "charts/ChartText.h"
 
+#include "shell/AtomicFile.h"
 #include "shell/TextFormat.h"
 
 #include <cmath>
@@ -242,6 +243,17 @@ DataTableResult WriteChartDataTable(const ChartProperties& chart)
         out += line + CrLf;
     }
     return result;
+}
+
+shell::Message WriteChartDataTableFile(const ChartProperties& chart,
+                                       const std::filesystem::path& assistFolder, int mode)
+{
+    const DataTableResult table = WriteChartDataTable(chart);
+    if (!table.message.empty()) {
+        return table.message;
+    }
+    shell::WriteFileAtomically(assistFolder / (mode == 0 ? "CLIP.TMP" : "TmpPlot.txt"), table.text);
+    return {};
 }
 
 std::string ReactionToolTip(const ChartProperties& chart, int subset)

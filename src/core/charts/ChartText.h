@@ -6,6 +6,7 @@
 #include "shell/Message.h"
 
 #include <ctime>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,6 +52,11 @@ struct DataTableResult {
 //! The data table of a chart: one line a subset, an empty line, the heading, and one line a
 //! point with X and Y of every subset, 16 characters each (CR LF line ends).
 DataTableResult WriteChartDataTable(const ChartProperties& chart);
+
+//! Data views write the table to "TmpPlot.txt" in the auxiliary folder; mode 0 to "CLIP.TMP".
+//! Writes atomically and returns the refusal when the chart has too many subsets.
+shell::Message WriteChartDataTableFile(const ChartProperties& chart,
+                                       const std::filesystem::path& assistFolder, int mode = 1);
 
 //! The legend text of a subset with its reaction overflow attached, as its tool tip shows it;
 //! empty for a label that is no reaction label.

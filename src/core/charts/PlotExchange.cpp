@@ -124,4 +124,36 @@ void CheckDiv(ChartDocument& chart)
     guardAxis(chart.subsets, false, chart.yAxis);
 }
 
+void LayoutHistogram(ChartDocument& chart, PlotExchange& exchange, const std::string& title,
+                     const std::vector<HistogramBar>& bars)
+{
+    exchange.histogramLayout = true;
+    exchange.SubsetCount = static_cast<int>(bars.size());
+    exchange.PointCount = 1;
+    exchange.sizeChartBuffers();
+    for (std::size_t k = 0; k < bars.size(); ++k) {
+        exchange.ChartDataBuffer[2 * k][0] = static_cast<double>(k + 1);
+        exchange.ChartDataBuffer[2 * k + 1][0] = bars[k].value;
+        exchange.SubsetLabelBuffer[k] = bars[k].label;
+    }
+    for (std::size_t i = 2; i < exchange.PlotTitles.size(); ++i) {
+        exchange.PlotTitles[i].clear();
+    }
+    exchange.PlotTitles[1] = title;
+    Intit(chart, exchange, false, true, [] { return 0.0; });
+    chart.plottingMethod = HistogramMethod;
+    chart.annotations[HistogramSlot].text = HistogramText;
+    chart.pointLabels.assign(1, std::vector<std::string>());
+    for (std::size_t k = 0; k < bars.size(); ++k) {
+        chart.pointLabels[0].push_back(bars[k].label);
+        const Color c = StandardColor(IsValue(bars[k].value) && bars[k].value > 0.0 ? 9 : 12);
+        if (chart.monochrome) {
+            chart.colorBackupSlot(7 + static_cast<int>(k)) = c;
+        } else {
+            chart.subsets[k].color = c;
+        }
+    }
+    exchange.histogramLayout = false;
+}
+
 } // namespace zarvion::charts

@@ -43,4 +43,16 @@ void Intit(ChartDocument& chart, const PlotExchange& exchange, bool skipTitles, 
 //! bounds around them. The first three points of each subset don't count.
 void CheckDiv(ChartDocument& chart);
 
+//! One bar of a histogram chart.
+struct HistogramBar {
+    std::string label; //!< tick label under the bar
+    double value = NullValue;
+};
+
+//! Lays out bars on a chart as a histogram: one subset of one point a bar at X = 1, 2, ...,
+//! the labels in the point-label table, the "Histogram" mark in slot 300, the histogram
+//! plotting method, and standard colour 9 for a bar above 0, else 12.
+void LayoutHistogram(ChartDocument& chart, PlotExchange& exchange, const std::string& title,
+                     const std::vector<HistogramBar>& bars);
+
 } // namespace zarvion::charts

@@ -185,3 +185,24 @@ TEST(CheckDiv, FlatAxisGetsManualBoundsAroundIt)
     EXPECT_EQ(d.yAxis.manualScale, 1); // 0.0005 / 2.0005 stays below 0.001
     EXPECT_EQ(d.xAxis.manualScale, 0);
 }
+
+TEST(Histogram, BarsAreOneSubsetEachWithTheirColoursAndMark)
+{
+    ChartDocument c = RichChart(3, 5);
+    PlotExchange ex;
+    ex.DefaultSubtitle = "sub";
+    LayoutHistogram(c, ex, "OH Production", {{"R1", 2.5e-6}, {"R7", -1e-7}, {"R9", NullValue}});
+    ASSERT_EQ(c.subsetCount(), 3);
+    EXPECT_EQ(c.points, 1);
+    EXPECT_EQ(c.plottingMethod, HistogramMethod);
+    EXPECT_EQ(c.annotations[HistogramSlot].text, "Histogram");
+    EXPECT_EQ(c.mainTitle, "OH Production");
+    EXPECT_EQ(c.subsets[1].x[0], 2.0);
+    EXPECT_EQ(c.subsets[1].y[0], -1e-7);
+    EXPECT_EQ(c.subsets[2].y[0], NullValue);
+    EXPECT_EQ(c.subsets[0].color, StandardColor(9)); // above 0
+    EXPECT_EQ(c.subsets[1].color, StandardColor(12));
+    EXPECT_EQ(c.subsets[2].color, StandardColor(12));
+    EXPECT_EQ(c.pointLabels, (std::vector<std::vector<std::string>>{{"R1", "R7", "R9"}}));
+    EXPECT_FALSE(ex.histogramLayout);
+}

@@ -1,6 +1,7 @@
 #include "ChartTestSupport.h"
 
 #include "charts/ChartText.h"
+#include "shell/TextFile.h"
 
 #include <gtest/gtest.h>
 
@@ -149,6 +150,20 @@ TEST(ChartDataTable, RefusesMoreThanTenSubsets)
                               "you are attempting to view 11.");
     EXPECT_EQ(r.message.style, zarvion::shell::StyleWarning);
     EXPECT_TRUE(r.text.empty());
+}
+
+TEST(ChartDataTable, WritesItsFileOrRefuses)
+{
+    const auto dir = TempDir("table");
+    ChartDocument c = smallChart();
+    EXPECT_TRUE(WriteChartDataTableFile(c, dir).empty());
+    EXPECT_EQ(zarvion::shell::ReadFile(dir / "TmpPlot.txt"), WriteChartDataTable(c).text);
+    EXPECT_TRUE(WriteChartDataTableFile(c, dir, 0).empty());
+    EXPECT_TRUE(std::filesystem::exists(dir / "CLIP.TMP"));
+    ChartDocument eleven = RichChart(11, 1);
+    std::filesystem::remove(dir / "TmpPlot.txt");
+    EXPECT_FALSE(WriteChartDataTableFile(eleven, dir).empty());
+    EXPECT_FALSE(std::filesystem::exists(dir / "TmpPlot.txt"));
 }
 
 TEST(ChartDataTable, ReactionToolTipAttachesTheOverflow)
