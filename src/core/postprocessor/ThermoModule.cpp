@@ -160,6 +160,7 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
     m_mult.assign(m_nr, 1.0);
     m_dmdM.assign(m_nr, 0.0);
     m_conc.assign(ns + 1, 1.0);
+    m_expMinusG.assign(ns + 1, 1.0);
     m_moleFrac.assign(ns + 1, 0.0);
     m_T = -1;
 }
@@ -211,7 +212,8 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
     const double* n = ws.m_n.data();
     const double* E = ws.m_E.data();
     double* kInf = ws.m_kInf.data();
-    for (int j = 0; j < nr; ++j) kInf[j] = A[j] * std::exp(n[j] * lnT - E[j] * invRT);
+    for (int j = 0; j < nr; ++j)
+        kInf[j] = (n[j] == 0 && E[j] == 0) ? A[j] : A[j] * std::exp(n[j] * lnT - E[j] * invRT);
 
     for (int j : ws.m_falloffList) {
         const auto& d = ws.m_reactions[j];
@@ -228,19 +230,39 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
         }
     }
 
-    // Kc = exp(-dG/RT) / (R2 T)^(nR - nL)
+    // Kc = exp(-dG/RT) / (R2 T)^(nR - nL), formed from per-species exp(-g/RT) so that a
+    // reaction costs multiplications only; a product that leaves the safe range (large g at
+    // low T) is redone with one exponential.
     const double lnR2T = std::log(ws.m_gasConstantConc * T);
+    const double invR2T = 1.0 / (ws.m_gasConstantConc * T);
     const double* g = ws.m_gOverRT.data();  // padding slot NS holds 0
+    double* eg = ws.m_expMinusG.data();     // padding slot NS holds 1
+    for (int i = 0; i < ns; ++i) eg[i] = std::exp(-g[i]);
     for (int j = 0; j < nr; ++j) {
         const auto& d = ws.m_reactions[j];
         if (d.reversible != 1) {
             ws.m_kc[j] = 0;
             continue;
         }
-        const double dG = g[d.products[0]] + g[d.products[1]] + g[d.products[2]] +
-                          g[d.products[3]] + g[d.products[4]] + g[d.products[5]] -
-                          g[d.reactants[0]] - g[d.reactants[1]] - g[d.reactants[2]];
-        ws.m_kc[j] = std::exp(-dG - ws.m_dn[j] * lnR2T);
+        const auto& p = d.products;
+        const auto& r = d.reactants;
+        double kc = eg[p[0]] * eg[p[1]] * eg[p[2]] * eg[p[3]] * eg[p[4]] * eg[p[5]] /
+                    (eg[r[0]] * eg[r[1]] * eg[r[2]]);
+        const double dn = ws.m_dn[j];
+        if (dn == 0) {
+        } else if (dn == 1) {
+            kc *= invR2T;
+        } else if (dn == -1) {
+            kc *= ws.m_gasConstantConc * T;
+        } else {
+            kc *= std::exp(-dn * lnR2T);
+        }
+        if (!(kc > 1e-280 && kc < 1e280)) {
+            const double dG = g[p[0]] + g[p[1]] + g[p[2]] + g[p[3]] + g[p[4]] + g[p[5]] - g[r[0]] -
+                              g[r[1]] - g[r[2]];
+            kc = std::exp(-dG - dn * lnR2T);
+        }
+        ws.m_kc[j] = kc;
     }
     ws.m_T = T;
 }
