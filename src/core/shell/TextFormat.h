@@ -12,7 +12,12 @@ namespace zarvion::shell {
 
 //! Writes a number through a pattern of "0", "#", ".", "E+00"/"E-00" parts, as in
 //! "0.00####E+00" (1234.5 -> "1.2345E+03"), "0.000E+00", "0.###E+00", "0.##", "#", "0.0",
-//! "0.E+00", "#0.##". Rounding is half away from zero on the decimal digits written.
+//! "0.E+00", "#0.##". Rounding is half away from zero on the decimal digits written, of the
+//! value seen with 15 significant digits (2.675 -> "2.68" by "0.##"). The point is written
+//! whenever the pattern has one (2 -> "2." by "0.##"); "#" alone writes 0 as "". A value that
+//! rounds to zero has no sign. "E-00" writes the exponent's sign only when negative; an
+//! exponent has at least as many digits as the pattern's zeros. A pattern of "@" only puts the
+//! number's ShortestText into that field. Non-finite values give "Inf", "-Inf", "NaN".
 std::string Format(double value, std::string_view pattern);
 
 //! Puts a text into an "@" field: "@@@@@" right-aligns in 5 columns, "!@@@@" left-aligns.
