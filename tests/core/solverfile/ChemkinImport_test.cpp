@@ -1,0 +1,371 @@
+// CHEMKIN import from inline mechanisms: number fields, equations, thermo quirks, units,
+// REV splitting, refusals and the record fields they produce.
+
+#include "solverfile/ChemkinDetail.h"
+#include "solverfile/ChemkinImport.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace zarvion::solverfile {
+namespace {
+
+using chemkin::ParseEquation;
+using chemkin::ParseFortranNumber;
+using chemkin::SpeciesTable;
+using chemkin::ThirdBody;
+
+std::string pad(std::string s, std::size_t n)
+{
+    s.resize(std::max(s.size(), n), ' ');
+    return s;
+}
+
+// One thermo entry in the fixed columns: elements in columns 25-44, temperatures in 46-73.
+// Coefficient k (1-based) is k / 10 + base, so a wrong column shows in the value.
+std::string thermoEntry(const std::string& name, const std::string& elements, double base = 0,
+                        const std::string& temps = "   200.000  3500.000  1000.000")
+{
+    std::string l1 = pad(pad(name, 24) + pad(elements, 20) + "G" + temps, 79) + "1\n";
+    std::string l[3];
+    for (int k = 1; k <= 14; ++k) {
+        char buf[32];
+        std::snprintf(buf, sizeof buf, "%15.8E", base + k / 10.0);
+        l[(k - 1) / 5] += buf;
+    }
+    return l1 + pad(l[0], 79) + "2\n" + pad(l[1], 79) + "3\n" + pad(l[2], 79) + "4\n";
+}
+
+std::string simpleThermo()
+{
+    return "THERMO ALL\n   300.000  1000.000  5000.000\n" + thermoEntry("H", "H   1") +
+           thermoEntry("O", "O   1") + thermoEntry("OH", "O   1H   1") +
+           thermoEntry("H2", "H   2") + thermoEntry("O2", "O   2") +
+           thermoEntry("H2O", "H   2O   1") + thermoEntry("AR", "AR  1") + "END\n";
+}
+
+std::string mechanism(const std::string& reactions, const std::string& units = "")
+{
+    return "ELEMENTS\nH O AR\nEND\nSPECIES\nH O OH H2 O2 H2O AR\nEND\n" + simpleThermo() +
+           "REACTIONS " + units + "\n" + reactions + "END\n";
+}
+
+bool hasMessage(const ChemkinImport& r, ImportSeverity severity, const std::string& part,
+                int line = -1)
+{
+    for (const auto& m : r.messages) {
+        if (m.severity == severity && m.text.find(part) != std::string::npos &&
+            (line < 0 || m.line == line)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::string allMessages(const ChemkinImport& r)
+{
+    std::string out;
+    for (const auto& m : r.messages) out += FormatImportMessage(m) + "\n";
+    return out;
+}
+
+TEST(ChemkinNumbers, FortranFieldsAndGarbage)
+{
+    EXPECT_DOUBLE_EQ(*ParseFortranNumber(" 0.86900558E 01"), 8.6900558);
+    EXPECT_DOUBLE_EQ(*ParseFortranNumber("-0.15420691E 05"), -15420.691);
+    EXPECT_DOUBLE_EQ(*ParseFortranNumber("1.5D+03"), 1500.0);
+    EXPECT_DOUBLE_EQ(*ParseFortranNumber("11.26E+18"), 1.126e19);
+    EXPECT_DOUBLE_EQ(*ParseFortranNumber(".119445830E-07"), 1.19445830e-8);
+    EXPECT_DOUBLE_EQ(*ParseFortranNumber("1."), 1.0);
+    EXPECT_DOUBLE_EQ(*ParseFortranNumber("+4.650E+012"), 4.65e12);
+    EXPECT_DOUBLE_EQ(*ParseFortranNumber("1.0-100"), 1e-100); // exponent without "E"
+    for (const char* bad : {"", "   ", "inf", "nan", "1.0E", "abc", "1e400", "--1", "1.2.3"}) {
+        EXPECT_FALSE(ParseFortranNumber(bad).has_value()) << bad;
+    }
+}
+
+TEST(ChemkinEquations, NamesWithOperatorsAreTokenisedAgainstTheSpeciesList)
+{
+    SpeciesTable names({"(Parens)", "@#$%^-2", "co:lons:", "[xy2]*{.}", "plus+", "eq=uals", "plus",
+                        "trans_butene", "co", "amp&ersand"});
+    auto e = ParseEquation("plus+ eq=uals = plus++(Parens)", names);
+    ASSERT_TRUE(e.error.empty()) << e.error;
+    ASSERT_EQ(e.reactants.size(), 2u);
+    EXPECT_EQ(e.reactants[0].first, 4);
+    EXPECT_EQ(e.reactants[1].first, 5);
+    ASSERT_EQ(e.products.size(), 2u);
+    EXPECT_EQ(e.products[0].first, 4);
+    EXPECT_EQ(e.products[1].first, 0);
+
+    // Longest match "plus+" must be undone for "plus + plus+".
+    e = ParseEquation("plus + plus+ = 2 (Parens)", names);
+    ASSERT_TRUE(e.error.empty()) << e.error;
+    EXPECT_EQ(e.reactants[0].first, 6);
+    EXPECT_EQ(e.reactants[1].first, 4);
+    EXPECT_EQ(e.products[0], (std::pair<int, double>(0, 2.0)));
+
+    e = ParseEquation("plus+ (+(Parens)) = eq=uals  (+(Parens))", names);
+    ASSERT_TRUE(e.error.empty()) << e.error;
+    EXPECT_EQ(e.thirdBody, ThirdBody::FalloffSpecies);
+    EXPECT_EQ(e.collider, 0);
+
+    e = ParseEquation("amp&ersand <=> plus+", names);
+    EXPECT_TRUE(e.reversible);
+    EXPECT_TRUE(ParseEquation("co + nothere = plus", names).error.size() > 0);
+}
+
+TEST(ChemkinEquations, ThirdBodiesCollidersPhotonsAndCoefficients)
+{
+    SpeciesTable names({"H", "R1A", "R1B", "P1", "R2", "SP)X", "OH", "H2O2", "AR", "BIN6", "H2"});
+    auto e = ParseEquation("R1A+R1B+m = P1+H+M", names);
+    EXPECT_EQ(e.thirdBody, ThirdBody::PlusM);
+    e = ParseEquation("R1A+R1B(+ M ) = P1+H(+m)", names);
+    EXPECT_EQ(e.thirdBody, ThirdBody::FalloffM);
+    e = ParseEquation("R1A+R1B(+SP)X) = P1+H(+SP)X)", names);
+    EXPECT_EQ(e.thirdBody, ThirdBody::FalloffSpecies);
+    EXPECT_EQ(e.collider, 5);
+    e = ParseEquation("2OH(+M)<=>H2O2(+AR)", names);
+    EXPECT_NE(e.error.find("Third bodies do not match: 'M' and 'AR'"), std::string::npos) << e.error;
+    EXPECT_FALSE(ParseEquation("R1A+R1B+M = P1+H", names).error.empty());
+    e = ParseEquation("R1A => R1A + HV", names);
+    EXPECT_TRUE(e.hvRight);
+    EXPECT_FALSE(e.reversible);
+    e = ParseEquation("1.53846154E-2BIN6+  1.0769H2 = H", names);
+    ASSERT_TRUE(e.error.empty()) << e.error;
+    EXPECT_DOUBLE_EQ(e.reactants[0].second, 1.53846154e-2);
+    EXPECT_DOUBLE_EQ(e.reactants[1].second, 1.0769);
+    e = ParseEquation("2OH = H2O2", names);
+    EXPECT_EQ(e.reactants[0], (std::pair<int, double>(6, 2.0)));
+}
+
+TEST(ChemkinThermo, QuirksOfRealThermoFiles)
+{
+    // Global Tmid 1200, a blank Tmid, a blank exponent sign, shifted temperature fields,
+    // a missing "4" in column 80, an extended composition and ENDOFDATA.
+    std::string blankTmid = thermoEntry("A", "H   2", 0, "   300.000  5000.000        ");
+    std::string shifted = thermoEntry("B", "H   1", 0, "     200.0    6000.0    1500.0");
+    std::string fortran = thermoEntry("C", "O   1", 0);
+    fortran.replace(fortran.find("1.00000000E-01"), 14, "0.86900558E 01");
+    std::string noCard = thermoEntry("D", "H   1", 0);
+    noCard.erase(noCard.size() - 2, 1); // the "4" of the last line
+    std::string extended = pad(pad("BIN", 24) + pad("C   0H   0", 20) + "G" +
+                               "   300.000  5000.000 1401.000", 78) +
+                           "01&\nC      778.0&\nH 264\n" +
+                           thermoEntry("X", "", 0).substr(thermoEntry("X", "", 0).find('\n') + 1);
+    std::string text = "THERMO\n   300.000  1200.000  5000.000\n" + blankTmid + shifted + fortran +
+                       noCard + extended + "ENDOFDATA\n";
+    std::vector<ImportMessage> messages;
+    auto entries = chemkin::ParseThermoBlock(chemkin::SplitSourceLines(text), "t", messages);
+    ASSERT_TRUE(messages.empty()) << messages[0].text;
+    ASSERT_EQ(entries.size(), 5u);
+    EXPECT_DOUBLE_EQ(entries[0].commonT, 1200.0);
+    EXPECT_DOUBLE_EQ(entries[1].lowT, 200.0);
+    EXPECT_DOUBLE_EQ(entries[1].highT, 6000.0);
+    EXPECT_DOUBLE_EQ(entries[1].commonT, 1500.0);
+    EXPECT_DOUBLE_EQ(entries[2].coefficients[0], 8.6900558);
+    EXPECT_DOUBLE_EQ(entries[3].coefficients[13], 1.4); // coefficient 14 of thermoEntry
+    ASSERT_EQ(entries[4].elements.size(), 2u);
+    EXPECT_EQ(entries[4].elements[0], (std::pair<std::string, double>("C", 778.0)));
+    EXPECT_EQ(entries[4].elements[1], (std::pair<std::string, double>("H", 264.0)));
+    EXPECT_DOUBLE_EQ(entries[4].commonT, 1401.0);
+}
+
+TEST(ChemkinImport, RecordsOfThirdBodyFalloffAndColliderReactions)
+{
+    std::string text = mechanism(
+        "2O+M<=>O2+M  1.2E17 -1.0 0.0\nH2/2.4/ H2O/15.4/ AR/ .83/\n"
+        "2OH(+M)<=>H2O2(+M) 7.4E13 -0.37 0.0\n LOW / 2.3E18 -0.9 -1700.0/\n"
+        " TROE / 0.7346 94.0 1756.0 5182.0 /\n"
+        "H+O2(+AR)<=>HO2(+AR) 4.65E12 0.44 0.0\n LOW/ 6.81E18 -1.2 0/ TROE/0.5 1E-30 1E30/\n"
+        "H+OH=>H2O 1.0E10 0 0\n"
+        "OH+OH<=>O+H2O  3.57E4 2.4 -2110.0 ! comment with = sign\n");
+    text.replace(text.find("H2O AR\nEND"), 10, "H2O AR HO2 H2O2\nEND");
+    text.replace(text.find("END\nREACTIONS"), 13,
+                 thermoEntry("HO2", "H   1O   2") + thermoEntry("H2O2", "H   2O   2") +
+                     "END\nREACTIONS");
+    auto r = ImportChemkin(text);
+    ASSERT_TRUE(r.succeeded()) << allMessages(r);
+    ASSERT_EQ(r.reactions.size(), 5u);
+    const auto& a = r.reactions[0].ints;
+    // 2O -> two reactant slots; species numbers in declaration order from 1.
+    EXPECT_EQ(a[1], 2);
+    EXPECT_EQ(a[2], 2);
+    EXPECT_EQ(a[4], 5);
+    EXPECT_EQ(a[slot::ReactantCount], 2);
+    EXPECT_EQ(a[slot::ProductCount], 1);
+    EXPECT_EQ(a[slot::ThirdBodyKind], 2);
+    EXPECT_EQ(a[slot::PartnerCount], 3);
+    EXPECT_EQ(a[slot::FirstPartner + 2], 7);
+    EXPECT_DOUBLE_EQ(r.reactions[0].reals[14], 0.83);
+    EXPECT_EQ(a[slot::Reversible], 1);
+
+    const auto& f = r.reactions[1];
+    EXPECT_EQ(f.ints[slot::ThirdBodyKind], 1);
+    EXPECT_EQ(f.ints[slot::HasLowLimit], 1);
+    EXPECT_EQ(f.ints[slot::FalloffKind], 1);
+    EXPECT_DOUBLE_EQ(f.reals[4], 2.3e18);
+    EXPECT_DOUBLE_EQ(f.reals[6], -1700.0);
+    EXPECT_DOUBLE_EQ(f.reals[10], 5182.0);
+    EXPECT_EQ(f.text, "2OH (+M) <=> H2O2 (+M)");
+
+    const auto& c = r.reactions[2];
+    EXPECT_EQ(c.ints[slot::ThirdBodyKind], 0);
+    EXPECT_EQ(c.ints[slot::PartnerCount], 1);
+    EXPECT_EQ(c.ints[slot::HasLowLimit], 1);
+    EXPECT_EQ(c.ints[slot::FirstPartner], 7);
+    EXPECT_DOUBLE_EQ(c.reals[12], 1.0);
+    EXPECT_EQ(c.ints[slot::FalloffKind], 3);
+
+    EXPECT_EQ(r.reactions[3].ints[slot::Reversible], 0);
+    EXPECT_EQ(r.reactions[3].text, "H + OH => H2O");
+    EXPECT_DOUBLE_EQ(r.reactions[4].reals[3], -2110.0);
+}
+
+TEST(ChemkinImport, UnitKeywordsConvertToCalPerMolAndMoles)
+{
+    // Expected values by hand: 1 kcal = 1000 cal; 1 J = 1/4.184 cal; E/R [K] times
+    // 1.987204259 cal/(mol K); 1 eV per particle = 96485.33212 / 4.184 cal/mol; a bimolecular
+    // A in cm^3/(molecule s) times N_A = 6.02214076E23. Tolerance 1e-12 relative.
+    struct Case {
+        const char* units;
+        double energy;
+        double aFactor;
+    };
+    const Case cases[] = {{"", 1000.0, 1.0},
+                          {"KCAL/MOLE", 1.0e6, 1.0},
+                          {"JOULES/MOLE", 1000.0 / 4.184, 1.0},
+                          {"KJOULES/MOLE", 1.0e6 / 4.184, 1.0},
+                          {"KELVINS", 1987.204259, 1.0},
+                          {"EVOLTS", 1000.0 * 96485.33212 / 4.184, 1.0},
+                          {"CAL/MOLE MOLECULES", 1000.0, 6.02214076e23}};
+    for (const Case& c : cases) {
+        auto r = ImportChemkin(mechanism("H+O2=O+OH 2.0 0.5 1000.0\nH+O2+M=O+OH+M 2.0 0 1000\n", c.units));
+        ASSERT_TRUE(r.succeeded()) << c.units;
+        EXPECT_NEAR(r.reactions[0].reals[3], c.energy, 1e-12 * c.energy) << c.units;
+        EXPECT_NEAR(r.reactions[0].reals[1], 2.0 * c.aFactor, 1e-12 * 2.0 * c.aFactor) << c.units;
+        // Termolecular with +M: order 3, so A scales with N_A^2.
+        EXPECT_NEAR(r.reactions[1].reals[1], 2.0 * c.aFactor * c.aFactor,
+                    1e-12 * 2.0 * c.aFactor * c.aFactor) << c.units;
+        EXPECT_DOUBLE_EQ(r.reactions[0].reals[2], 0.5);
+    }
+    EXPECT_FALSE(ImportChemkin(mechanism("H+O2=O+OH 2.0 0.5 1000.0\n", "FURLONGS")).succeeded());
+}
+
+TEST(ChemkinImport, RevIsSplitIntoForwardAndReverse)
+{
+    auto r = ImportChemkin(mechanism("H+O2<=>O+OH 1.0E14 0 16000\n REV / 2.0E13 0.5 -700 /\n"
+                                     "H2+O=>H+OH 5.0E4 2.7 6290\n"
+                                     "H+H2O<=>OH+H2 1.0E8 1.6 3300\n REV/0.0 0.0 0.0/\n"));
+    ASSERT_TRUE(r.succeeded());
+    EXPECT_EQ(r.sourceReactionCount, 3);
+    EXPECT_EQ(r.revSplitCount, 1);
+    EXPECT_EQ(r.revZeroCount, 1);
+    ASSERT_EQ(r.reactions.size(), 4u);
+    const auto& fwd = r.reactions[0];
+    const auto& rev = r.reactions[1];
+    EXPECT_EQ(fwd.ints[slot::Reversible], 0);
+    EXPECT_EQ(rev.ints[slot::Reversible], 0);
+    EXPECT_EQ(rev.ints[1], fwd.ints[4]);
+    EXPECT_EQ(rev.ints[2], fwd.ints[5]);
+    EXPECT_EQ(rev.ints[4], fwd.ints[1]);
+    EXPECT_DOUBLE_EQ(rev.reals[1], 2.0e13);
+    EXPECT_DOUBLE_EQ(rev.reals[3], -700.0);
+    EXPECT_EQ(rev.text, "O + OH => H + O2");
+    EXPECT_EQ(r.reactions[3].ints[slot::Reversible], 0); // zero REV: forward only
+    EXPECT_EQ(r.reactionSourceLines[1], r.reactionSourceLines[0]);
+}
+
+TEST(ChemkinImport, WhatTheFormatCannotHoldIsRefusedPerReactionOrDropped)
+{
+    std::string reactions =
+        "H+O2<=>O+OH 1.0E14 0 16000\n"
+        "H+OH<=>H2O 1.0E14 0 0\n PLOG / 1.0 1.0E14 0 0 /\n PLOG / 10.0 2.0E14 0 0 /\n"
+        "H+H+H+H<=>H2+H2 1.0 0 0\n"
+        "H2+O2<=>OH+OH 1.0 0 0\n FORD / H2 1.5 /\n"
+        "H+O+M<=>OH+M 1.0 0 0\n H/2/ O/2/ OH/2/ H2/2/ O2/2/ H2O/2/ AR/2/\n"
+        "1.5H2+O2<=>H2O+O 1.0 0 0\n";
+    auto refused = ImportChemkin(mechanism(reactions));
+    EXPECT_FALSE(refused.succeeded());
+    EXPECT_EQ(refused.count(ImportSeverity::Refusal), 4);
+    // Line numbers: the mechanism text puts REACTIONS on line 38.
+    EXPECT_TRUE(hasMessage(refused, ImportSeverity::Refusal, "PLOG", 40));
+    EXPECT_TRUE(hasMessage(refused, ImportSeverity::Refusal, "more than 3 reactant molecules", 43));
+    EXPECT_TRUE(hasMessage(refused, ImportSeverity::Refusal, "FORD", 44));
+    EXPECT_TRUE(hasMessage(refused, ImportSeverity::Refusal, "non-integer coefficient of 'H2'", 48));
+    EXPECT_FALSE(hasMessage(refused, ImportSeverity::Refusal, "H+O+M"));
+
+    ChemkinOptions skip;
+    skip.skipUnsupported = true;
+    auto dropped = ImportChemkin(mechanism(reactions), std::nullopt, skip);
+    EXPECT_TRUE(dropped.succeeded());
+    EXPECT_EQ(dropped.count(ImportSeverity::Dropped), 4);
+    EXPECT_EQ(dropped.droppedReactionCount, 4);
+    ASSERT_EQ(dropped.reactions.size(), 2u);
+    EXPECT_EQ(dropped.reactions[1].ints[slot::PartnerCount], 7);
+
+    // Eleven efficiencies, and a species name of 17 characters.
+    std::string many = mechanism("H+O+M<=>OH+M 1.0 0 0\n H/2/ O/2/ OH/2/ H2/2/ O2/2/ H2O/2/ AR/2/ "
+                                 "ABCDEFGHIJKLMNOPQ/2/ X1/2/ X2/2/ X3/2/\n");
+    many.replace(many.find("H2O AR\nEND"), 10, "H2O AR ABCDEFGHIJKLMNOPQ X1 X2 X3\nEND");
+    many.replace(many.find("END\nREACTIONS"), 13,
+                 thermoEntry("ABCDEFGHIJKLMNOPQ", "H   1") + thermoEntry("X1", "H   1") +
+                     thermoEntry("X2", "H   1") + thermoEntry("X3", "H   1") + "END\nREACTIONS");
+    auto tooMany = ImportChemkin(many);
+    EXPECT_TRUE(hasMessage(tooMany, ImportSeverity::Refusal, "more than 10 third-body efficiencies"));
+    EXPECT_TRUE(hasMessage(tooMany, ImportSeverity::Refusal,
+                           "Species 'ABCDEFGHIJKLMNOPQ': its name is over 16 characters"));
+}
+
+TEST(ChemkinImport, BrokenMechanismsGiveErrorsWithLineNumbers)
+{
+    auto noLow = ImportChemkin(mechanism("H+OH(+M)<=>H2O(+M) 1.0 0 0\n TROE/0.5 100 1000/\n"));
+    EXPECT_TRUE(hasMessage(noLow, ImportSeverity::Error, "implies pressure dependence", 39));
+    auto undeclared = ImportChemkin(mechanism("H+O2<=>O+OH 1 0 0\nO+OH=>H+O2 1 0 0\n"));
+    EXPECT_TRUE(hasMessage(undeclared, ImportSeverity::Error, "not marked DUPLICATE", 40));
+    auto declared = ImportChemkin(mechanism("H+O2<=>O+OH 1 0 0\nDUP\nO+OH=>H+O2 1 0 0\nDUPLICATE\n"));
+    EXPECT_TRUE(declared.succeeded());
+    auto unknown = ImportChemkin(mechanism("H+CH4<=>H2+CH3 1 0 0\n"));
+    EXPECT_TRUE(hasMessage(unknown, ImportSeverity::Error, "cannot be read as species", 39));
+    auto badEff = ImportChemkin(mechanism("H+O2<=>O+OH 1 0 0\n H2/2/\n"));
+    EXPECT_TRUE(hasMessage(badEff, ImportSeverity::Error, "no '+M'"));
+    auto noNumbers = ImportChemkin(mechanism("H+O2<=>O+OH 1 0\n"));
+    EXPECT_TRUE(hasMessage(noNumbers, ImportSeverity::Error, "three numbers"));
+    auto chemAct = ImportChemkin(mechanism("H+OH(+M)<=>H2O(+M) 1 0 0\n HIGH/1 0 0/\n"));
+    EXPECT_TRUE(hasMessage(chemAct, ImportSeverity::Refusal, "HIGH"));
+
+    // Missing thermo: an error when a reaction needs the species, a note when none does.
+    std::string noThermo = mechanism("H+O2<=>O+OH 1 0 0\n");
+    noThermo.replace(noThermo.find("H2O AR\nEND"), 10, "H2O AR N2 HE\nEND");
+    auto unused = ImportChemkin(noThermo);
+    EXPECT_TRUE(unused.succeeded());
+    EXPECT_EQ(unused.species.size(), 7u);
+    EXPECT_TRUE(hasMessage(unused, ImportSeverity::Warning, "'N2' has no thermo data", 5));
+    auto used = ImportChemkin(noThermo.replace(noThermo.find("H+O2<=>"), 7, "N2+O2<=>"));
+    EXPECT_TRUE(hasMessage(used, ImportSeverity::Error, "No thermo data found for species 'N2'"));
+}
+
+TEST(ChemkinImport, MessyTextSectionsAndThermoPrecedence)
+{
+    // CRLF, TABs inside the equation, a byte that is not UTF-8 in a comment, unterminated
+    // sections, repeated species, a repeated thermo entry, and a separate thermo file that
+    // the mechanism's own THERMO section overrides for O.
+    std::string text = "elem H O AR\r\nspec H O OH H2 O2 H2O AR H ! \x96 repeat\r\n"
+                       "thermo\r\n" + thermoEntry("O", "O   1", 5.0) + thermoEntry("O", "O   1", 9.0) +
+                       "reactions\r\nH\t+ O2\t<=> O + OH   1.0E14 0 16000 ! \x96\r\n";
+    std::string separate = simpleThermo();
+    auto r = ImportChemkin(text, separate);
+    ASSERT_TRUE(r.succeeded()) << FormatImportMessage(r.messages.front());
+    EXPECT_EQ(r.species.size(), 7u);
+    EXPECT_TRUE(hasMessage(r, ImportSeverity::Warning, "'H' is declared more than once", 2));
+    EXPECT_TRUE(hasMessage(r, ImportSeverity::Warning, "Further thermo entry for species 'O'"));
+    EXPECT_TRUE(hasMessage(r, ImportSeverity::Warning, "implicitly ended"));
+    EXPECT_DOUBLE_EQ(r.species[1].thermo[1], 5.1); // the mechanism's first O entry
+    EXPECT_DOUBLE_EQ(r.species[0].thermo[1], 0.1); // H from the separate file
+    // Molecular weight from standard atomic weights: H2O = 2 x 1.008 + 15.999.
+    EXPECT_NEAR(r.species[5].thermo[15], 18.015, 1e-12);
+    EXPECT_EQ(r.species[5].elements.size(), 2u);
+}
+
+} // namespace
+} // namespace zarvion::solverfile
