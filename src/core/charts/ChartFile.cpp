@@ -15,6 +15,8 @@ using nlohmann::json;
 
 namespace {
 
+constexpr int MaxBlankPoints = 1000000;
+
 // Any fault of the file's structure; caught at the top and turned into the failed flag.
 struct BadChartFile {};
 
@@ -148,10 +150,13 @@ ChartProperties fromJson(const json& root)
     }
     ChartProperties c;
     c.points = int32(field(root, "points"));
-    if (c.points < 0) {
+    const auto& subsetArray = array(field(root, "subsets"));
+    // Every point of a subset is stored, so only a chart without subsets could claim points
+    // it doesn't hold; keep that claim within what a later paste can pad to.
+    if (c.points < 0 || (subsetArray.empty() && c.points > MaxBlankPoints)) {
         throw BadChartFile{};
     }
-    for (const auto& js : array(field(root, "subsets"))) {
+    for (const auto& js : subsetArray) {
         Subset s;
         s.label = text(field(js, "label"));
         s.color = color(field(js, "color"));

@@ -127,6 +127,15 @@ TEST(ChartFile, BadFilesLeaveTheChartAsItWas)
     EXPECT_EQ(props(target), before);
 }
 
+TEST(ChartFile, BlankChartMayNotClaimMillionsOfPoints)
+{
+    ChartDocument blank;
+    blank.points = 1000;
+    EXPECT_TRUE(ChartFromJson(ChartToJson(blank)).has_value());
+    blank.points = 2000000;
+    EXPECT_FALSE(ChartFromJson(ChartToJson(blank)).has_value());
+}
+
 TEST(ChartFile, EmptyAnnotationTextBecomesAFreeSlotAndNullPointsAreAbsent)
 {
     ChartDocument c = RichChart(1, 2);
