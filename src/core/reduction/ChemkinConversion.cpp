@@ -74,11 +74,11 @@ std::string ChemkinConversion::text() const
     return shell::JoinCrLf(lines);
 }
 
-std::string SeparateRateFields(const std::string& rateLine)
+std::string SeparateRateFields(const std::string& rateLine, int count)
 {
-    // A, n and E fill 15-column fields from column 7 and may touch; one blank between them.
+    // The numbers fill 15-column fields from column 7 and may touch; one blank between them.
     std::string s;
-    for (int k = 0; k < 3; ++k) {
+    for (int k = 0; k < count; ++k) {
         const std::string field = Trim(Mid(rateLine, 7 + 15 * k, 15));
         if (field.empty()) {
             continue;
@@ -248,29 +248,28 @@ ChemkinConversion ConvertReactions(const std::filesystem::path& path, const std:
         int partnerIndex = 0;
 
         if (falloff) {
-            const std::string t = Trim(line(++cursor));
-            out.push_back("   " + Left(t, 3) + "  /" + Trim(Mid(t, 4)) + "/");
+            // keyword, then the low-pressure A, n, E between slashes
+            const std::string& l = line(++cursor);
+            out.push_back("   " + Left(Trim(l), 3) + "  /" + SeparateRateFields(l) + "/");
         }
         if (falloffKind > 0) {
-            const std::string t = LTrim(line(++cursor));
+            // keyword up to its blank, then the parameters the form uses: four for the Troe
+            // form 1, three for form 3, five for SRI
+            const std::string& l = line(++cursor);
+            const std::string t = LTrim(l);
             const auto blank = t.find(' ');
-            std::string s = blank == std::string::npos
-                                ? t + " /"
-                                : t.substr(0, blank + 1) + " /" + LTrim(t.substr(blank + 1));
-            if (falloffKind == 1) {
-                s = Left(s, 67);
-            } else if (falloffKind == 3) {
-                s = Left(s, 52);
-            }
-            out.push_back("   " + Trim(s) + "/");
+            const std::string word = blank == std::string::npos ? t + " " : t.substr(0, blank + 1);
+            const int used = falloffKind == 1 ? 4 : (falloffKind == 3 ? 3 : 5);
+            out.push_back("   " + word + " /" + SeparateRateFields(l, used) + "/");
         }
         if (f[13] > 0) {
             ++cursor; // partner names are taken from the species list
-            const std::string indices = LTrim(line(++cursor));
-            const std::string efficiencies = LTrim(line(++cursor));
+            // Partner fields stand at fixed columns from 7 on, whichever way they are aligned.
+            const std::string indices = line(++cursor);
+            const std::string efficiencies = line(++cursor);
             const int count = std::min(f[13], 10);
             if (explicitPartner) {
-                partnerIndex = IntField(Mid(indices, 1, 8), static_cast<int>(cursor));
+                partnerIndex = IntField(Mid(indices, 7, 8), static_cast<int>(cursor));
                 const std::string partner = speciesName(partnerIndex);
                 std::string t = ReplaceFirstM(reactionText, partner);
                 t = ReplaceFirstM(t, partner);
@@ -279,8 +278,8 @@ ChemkinConversion ConvertReactions(const std::filesystem::path& path, const std:
                 std::string s = "   ";
                 for (int k = 1; k <= count; ++k) {
                     const int index =
-                        IntField(Mid(indices, 8 * (k - 1) + 1, 8), static_cast<int>(cursor));
-                    s += speciesName(index) + "/" + Trim(Mid(efficiencies, 8 * (k - 1) + 1, 8)) +
+                        IntField(Mid(indices, 7 + 8 * (k - 1), 8), static_cast<int>(cursor));
+                    s += speciesName(index) + "/" + Trim(Mid(efficiencies, 7 + 8 * (k - 1), 8)) +
                          "/ ";
                 }
                 out.push_back(s);

@@ -27,8 +27,8 @@ struct ChemkinConversion {
 ChemkinConversion ConvertReactions(const std::filesystem::path& path, const std::tm& stamp);
 ChemkinConversion ConvertReactions(const std::filesystem::path& path);
 
-//! The three numbers A, n, E of a rate line (15-column fields from column 7, which may
-//! touch), trimmed and separated by one blank.
-std::string SeparateRateFields(const std::string& rateLine);
+//! The numbers of a rate, low-limit or fall-off line (15-column fields from column 7, which
+//! may touch), trimmed and separated by one blank; count fields at most.
+std::string SeparateRateFields(const std::string& line, int count = 3);
 
 } // namespace zarvion::reduction

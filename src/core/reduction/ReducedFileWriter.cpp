@@ -202,22 +202,23 @@ shell::Message WriteReducedFile(ReductionTables& tables, double temperatureParam
                 optional.push_back(at(++cursor));
             }
             if (old[13] > 0) {
-                const std::string names = LTrim(at(++cursor));
-                const std::string indices = LTrim(at(++cursor));
-                const std::string efficiencies = LTrim(at(++cursor));
+                // Partner fields stand at fixed columns from 7 on, whichever way aligned.
+                const std::string names = at(++cursor);
+                const std::string indices = at(++cursor);
+                const std::string efficiencies = at(++cursor);
                 std::string namesLine(6, ' ');
                 std::string indicesLine(6, ' ');
                 std::string efficienciesLine(6, ' ');
                 int m = 0;
                 for (int col = 0; col < 10; ++col) {
-                    const int index = IntField(Mid(indices, 8 * col + 1, 8));
+                    const int index = IntField(Mid(indices, 7 + 8 * col, 8));
                     if (index <= 0 || index > ns || newNumber[index] <= 0) {
                         continue;
                     }
                     ++m;
-                    namesLine += Number8(Trim(Mid(names, 8 * col + 1, 8)));
+                    namesLine += Number8(Trim(Mid(names, 7 + 8 * col, 8)));
                     indicesLine += Number8(std::to_string(newNumber[index]));
-                    const double e = shell::LeadingValue(Mid(efficiencies, 8 * col + 1, 8));
+                    const double e = shell::LeadingValue(Mid(efficiencies, 7 + 8 * col, 8));
                     const std::string rounded = shell::Format(e, "#0.##");
                     efficienciesLine +=
                         Number8(shell::Format(shell::LeadingValue(rounded), "0.##"));

@@ -55,8 +55,8 @@ TEST_F(ChemkinConversionTest, EveryRecordKindGivesItsChemkinLine)
         " " + Pad45("H + O + M <=> OH + M") + "4.7140000E+18 -1.0000000E+00 0.0000000E+00",
         "    H2/2.5/ H2O/12./ ",
         " " + Pad45("H + O2 (+M) <=> HO2 (+M)") + "4.6500000E+12 4.4000000E-01 0.0000000E+00",
-        "    LOW  /6.3660000E+20 -1.7200000E+00  5.2480000E+02/",
-        "    TROE  /5.0000000E-01  1.0000000E-30  1.0000000E+30  1.0000000E+30/",
+        "    LOW  /6.3660000E+20 -1.7200000E+00 5.2480000E+02/",
+        "    TROE  /5.0000000E-01 1.0000000E-30 1.0000000E+30 1.0000000E+30/",
         "    AR/0.67/ ",
         // the explicit partner replaces M on both sides, and three blanks lead the rate
         " " + Pad45("OH + OH (+H2O) <=> H2O2 (+H2O)") + "   7.4000000E+13 -3.7000000E-01 0.0000000E+00",
@@ -64,12 +64,12 @@ TEST_F(ChemkinConversionTest, EveryRecordKindGivesItsChemkinLine)
         " " + Pad45("H2O + hv => H + OH") + "1.0000000E-05 0.0000000E+00 0.0000000E+00",
         " " + Pad45("H2O2 => Products") + "2.0000000E-06 0.0000000E+00 0.0000000E+00",
         " " + Pad45("H + HO2 (+M) <=> H2O2 (+M)") + "1.0000000E+13 0.0000000E+00 0.0000000E+00",
-        "    LOW  /1.0000000E+17  0.0000000E+00  0.0000000E+00/",
-        "    SRI  /4.5000000E-01  7.9700000E+02  9.7900000E+02  1.0000000E+00  0.0000000E+00/",
+        "    LOW  /1.0000000E+17 0.0000000E+00 0.0000000E+00/",
+        "    SRI  /4.5000000E-01 7.9700000E+02 9.7900000E+02 1.0000000E+00 0.0000000E+00/",
         " " + Pad45("H2 + O2 (+M) <=> HO2 + H (+M)") + "7.4000000E+05 2.4300000E+00 5.3502000E+04",
-        "    LOW  /1.0000000E+14  0.0000000E+00  4.0000000E+04/",
-        // the three-parameter form is cut to 52 characters: the unused fourth number goes
-        "    TROE  /5.0000000E-01  1.0000000E+02  2.0000000E+03/",
+        "    LOW  /1.0000000E+14 0.0000000E+00 4.0000000E+04/",
+        // the three-parameter form keeps three numbers: the unused fourth goes
+        "    TROE  /5.0000000E-01 1.0000000E+02 2.0000000E+03/",
     };
     ASSERT_EQ(c.lines.size(), expected.size());
     for (std::size_t i = 0; i < expected.size(); ++i) {
@@ -184,6 +184,8 @@ TEST(SeparateRateFields, TouchingFieldsGetOneBlank)
 {
     EXPECT_EQ(SeparateRateFields("      1.000000000E+14-1.50000000E+00 1.23456780E+04"),
               "1.000000000E+14 -1.50000000E+00 1.23456780E+04");
+    EXPECT_EQ(SeparateRateFields("TROE   7.00000000E-01 1.00000000E+02 2.00000000E+03", 2),
+              "7.00000000E-01 1.00000000E+02");
 }
 
 } // namespace
