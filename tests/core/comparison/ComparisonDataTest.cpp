@@ -190,6 +190,36 @@ TEST_F(ComparisonLoadTest, RecordsOverSeveralLinesAndTheEndOfTheTable)
     EXPECT_NEAR(f.ProfileTable[1][1 + 50], pt * 0.01 / sum, 1e-12);
 }
 
+TEST_F(ComparisonLoadTest, PrepGridChecksBothFilesThenLoadsThem)
+{
+    const auto good = Write("good.txt", SolverFileLines({}, SmallSpecies(), SmallReactions(),
+                                                        Rows(6, 9)));
+    ComparisonSet set;
+    const auto missing = dir / "gone.txt";
+    shell::Message m = PrepGrid(good, missing, set);
+    EXPECT_EQ(m.text, "File2, the specified Path/File name '" + missing.string() +
+                          "' cannot be accessed or is invalid.");
+    EXPECT_EQ(m.style, 48);
+    EXPECT_TRUE(set.MergedTable.empty());
+
+    // three records behind the head are too few for the check for results
+    const auto few = Write("few.txt", SolverFileLines({}, SmallSpecies(), SmallReactions(),
+                                                      Rows(3, 9)));
+    m = PrepGrid(good, few, set);
+    EXPECT_EQ(m.text, "In the file '" + few.string() + "', results of calculation are not found.");
+
+    auto species = SmallSpecies();
+    species.pop_back(); // the second file lacks H2O2
+    const auto smaller = Write("smaller.txt", SolverFileLines({}, species, {}, Rows(6, 8)));
+    ASSERT_TRUE(PrepGrid(good, " " + smaller.string() + " ", set).empty());
+    EXPECT_EQ(set.file1.RecordCount, 6);
+    EXPECT_EQ(set.file2.RecordCount, 6);
+    ASSERT_EQ(set.MergedTable.size(), 10U);
+    EXPECT_EQ(set.MergedTable[9].name, "H2O2");
+    EXPECT_EQ(set.MergedTable[9].mark2, "");
+    EXPECT_EQ(set.MergedTable[8].mark2, "*");
+}
+
 TEST(ExtractVal, TextAheadOfTheDelimiter)
 {
     EXPECT_EQ(ExtractVal(" 12 !Species", "!"), " 12 ");
