@@ -16,7 +16,7 @@ namespace zarvion::solver {
 enum class LinearSolverKind { Automatic, Dense, Sparse };
 
 //! Unknowns at and above which Automatic picks the sparse solver.
-inline constexpr int SparseSolverThreshold = 120;
+inline constexpr int SparseSolverThreshold = 40;
 
 struct IntegratorSettings {
     double relativeTolerance = 1e-6;

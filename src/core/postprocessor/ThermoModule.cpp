@@ -13,6 +13,11 @@ namespace {
 
 const double Ln10 = std::log(10.0);
 
+constexpr std::uint8_t HotReversible = 1;
+constexpr std::uint8_t HotThirdBody = 2;
+constexpr std::uint8_t HotFalloff = 4;
+constexpr std::uint8_t HotNoHeat = 8;
+
 double sumOf(const double* a, int first, int last)
 {
     double s = 0;
@@ -148,6 +153,30 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
         if (d.hasLowLimit == 1) m_falloffList.push_back(j);
     }
 
+    m_hot.assign(m_nr, {});
+    m_partnerSpecies.clear();
+    m_partnerExcess.clear();
+    for (int j = 0; j < m_nr; ++j) {
+        const auto& d = m_reactions[j];
+        auto& h = m_hot[j];
+        h.reactants = d.reactants;
+        h.products = d.products;
+        h.reactantCount = static_cast<std::int16_t>(d.reactantCount);
+        h.productCount = static_cast<std::int16_t>(d.productCount);
+        const bool thirdBody = d.thirdBodyKind > 0 || d.partnerCount > 0;
+        h.flags = static_cast<std::uint8_t>((d.reversible == 1 ? HotReversible : 0) |
+                                            (thirdBody ? HotThirdBody : 0) |
+                                            (d.hasLowLimit == 1 ? HotFalloff : 0) |
+                                            (d.reversible == -1 ? HotNoHeat : 0));
+        h.base = d.thirdBodyKind > 0 ? 1 : 0;
+        h.partnerBegin = static_cast<std::int32_t>(m_partnerSpecies.size());
+        for (int k = 0; k < d.partnerCount; ++k) {
+            m_partnerSpecies.push_back(d.partners[k]);
+            m_partnerExcess.push_back(d.efficiencies[k] - h.base);
+        }
+        h.partnerEnd = static_cast<std::int32_t>(m_partnerSpecies.size());
+    }
+
     m_hOverRT.assign(ns + 1, 0.0);
     m_cpOverR.assign(ns + 1, 0.0);
     m_sOverR.assign(ns + 1, 0.0);
@@ -160,6 +189,7 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
     m_mult.assign(m_nr, 1.0);
     m_dmdM.assign(m_nr, 0.0);
     m_conc.assign(ns + 1, 1.0);
+    m_prod.assign(ns + 1, {0.0, 0.0});
     m_expMinusG.assign(ns + 1, 1.0);
     m_moleFrac.assign(ns + 1, 0.0);
     m_T = -1;
@@ -239,8 +269,8 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
     double* eg = ws.m_expMinusG.data();     // padding slot NS holds 1
     for (int i = 0; i < ns; ++i) eg[i] = std::exp(-g[i]);
     for (int j = 0; j < nr; ++j) {
-        const auto& d = ws.m_reactions[j];
-        if (d.reversible != 1) {
+        const auto& d = ws.m_hot[j];
+        if (!(d.flags & HotReversible)) {
             ws.m_kc[j] = 0;
             continue;
         }
@@ -293,7 +323,7 @@ struct RateKernel {
             const double w = u / den;
             const double q = 1 + w * w;
             const double log10F = fc / q;
-            F = std::pow(10.0, log10F);
+            F = std::exp(log10F * Ln10);
             const double dwdu = nn / (den * den);
             dlnFdL = Ln10 * (-2 * fc * w / (q * q)) * dwdu;
         } else if (d.falloffKind == 2) {
@@ -334,76 +364,78 @@ void ComputeReactionRates(std::span<const double> concentrations, std::span<Rate
     ws.m_ctot = ctot;
     double* c = ws.m_conc.data();  // c[ns] = 1 (padding)
     for (int i = 0; i < ns; ++i) c[i] = concentrations[i];
-    const int rows = ns + (energy ? 1 : 0);
-    for (int i = 0; i < rows; ++i) production[i] = {0.0, 0.0};
+    RatePair* prod = ws.m_prod.data();  // row ns absorbs the padding slots
+    for (int i = 0; i <= ns; ++i) prod[i] = {0.0, 0.0};
 
     const double* h = ws.m_hOverRT.data();
+    const double* kInf = ws.m_kInf.data();
+    const double* kc = ws.m_kc.data();
+    const RateWorkspace::HotReaction* hot = ws.m_hot.data();
+    const bool all = active.empty();
     for (int j = 0; j < nr; ++j) {
-        if (!active.empty() && active[j] == 0) continue;
-        const auto& d = ws.m_reactions[j];
-        double k = ws.m_kInf[j];
-        double m = 1;
-        double M = 0;
-        double dmdM = 0;
-        const bool thirdBody = d.thirdBodyKind > 0 || d.partnerCount > 0;
-        if (thirdBody) {
-            const double base = d.thirdBodyKind > 0 ? 1.0 : 0.0;
-            M = base * ctot;
-            for (int p = 0; p < d.partnerCount; ++p) M += (d.efficiencies[p] - base) * c[d.partners[p]];
-            m = M;
-            dmdM = 1;
-            if (!(M > 0)) {
-                ws.m_M[j] = M;
-                ws.m_mult[j] = 0;
-                ws.m_dmdM[j] = 0;
-                rates[j] = {0.0, 0.0};
-                continue;
+        if (!all && active[j] == 0) continue;
+        const auto& d = hot[j];
+        double k = kInf[j];
+        if (d.flags & (HotThirdBody | HotFalloff)) {
+            double M = ctot;
+            double m = 1;
+            double dmdM = 0;
+            if (d.flags & HotThirdBody) {
+                M = d.base * ctot;
+                for (int p = d.partnerBegin; p < d.partnerEnd; ++p)
+                    M += ws.m_partnerExcess[p] * c[ws.m_partnerSpecies[p]];
+                m = M;
+                dmdM = 1;
+                if (!(M > 0)) {  // no collision partner: the reaction stands still
+                    ws.m_M[j] = M;
+                    ws.m_mult[j] = 0;
+                    ws.m_dmdM[j] = 0;
+                    rates[j] = {0.0, 0.0};
+                    continue;
+                }
             }
+            if (d.flags & HotFalloff) RateKernel::falloff(ws, j, M, T, m, dmdM);
+            ws.m_M[j] = M;
+            ws.m_mult[j] = m;
+            ws.m_dmdM[j] = dmdM;
+            k *= m;
+        } else {
+            ws.m_mult[j] = 1;
         }
-        if (d.hasLowLimit == 1) {
-            if (!thirdBody) M = ctot;
-            RateKernel::falloff(ws, j, M, T, m, dmdM);
-        }
-        ws.m_M[j] = M;
-        ws.m_mult[j] = m;
-        ws.m_dmdM[j] = dmdM;
-        k *= m;
 
-        const double f = k * c[d.reactants[0]] * c[d.reactants[1]] * c[d.reactants[2]];
-        double r = 0;
-        if (d.reversible == 1) {
-            r = k / ws.m_kc[j] * c[d.products[0]] * c[d.products[1]] * c[d.products[2]] *
-                c[d.products[3]] * c[d.products[4]] * c[d.products[5]];
-        }
-        double q = f - r;
-        if (applySmallDifferenceCut && std::abs(f) > 0 && std::abs(q) / std::abs(f) < SmallDifferenceCut)
+        const auto& r = d.reactants;
+        const auto& p = d.products;
+        const double f = k * c[r[0]] * c[r[1]] * c[r[2]];
+        double q = f;
+        if (d.flags & HotReversible)
+            q -= k / kc[j] * c[p[0]] * c[p[1]] * c[p[2]] * c[p[3]] * c[p[4]] * c[p[5]];
+        if (applySmallDifferenceCut && f != 0 && std::abs(q) < SmallDifferenceCut * std::abs(f))
             q = 0;
         rates[j] = {q, f};
 
+        // Gross formation counts the positive side only: -q for a reactant when q < 0.
+        const double qNeg = q < 0 ? q : 0.0;
+        const double qPos = q - qNeg;
         for (int s = 0; s < d.reactantCount; ++s) {
-            const int i = d.reactants[s];
-            if (i >= ns) continue;
-            production[i][0] -= q;
-            if (q < 0) production[i][1] -= q;
+            prod[r[s]][0] -= q;
+            prod[r[s]][1] -= qNeg;
         }
         for (int s = 0; s < d.productCount; ++s) {
-            const int i = d.products[s];
-            if (i >= ns) continue;
-            production[i][0] += q;
-            if (q > 0) production[i][1] += q;
+            prod[p[s]][0] += q;
+            prod[p[s]][1] += qPos;
         }
 
         if (wantHeat) {
-            if (d.reversible == -1) {
+            if (d.flags & HotNoHeat) {
                 rates[j][0] = 0;
             } else {
-                const double dH = h[d.products[0]] + h[d.products[1]] + h[d.products[2]] +
-                                  h[d.products[3]] + h[d.products[4]] + h[d.products[5]] -
-                                  h[d.reactants[0]] - h[d.reactants[1]] - h[d.reactants[2]];
+                const double dH = h[p[0]] + h[p[1]] + h[p[2]] + h[p[3]] + h[p[4]] + h[p[5]] -
+                                  h[r[0]] - h[r[1]] - h[r[2]];
                 rates[j][0] = q * dH * T;
             }
         }
     }
+    for (int i = 0; i < ns; ++i) production[i] = prod[i];
 
     if (energy) {
         double A = 0;
@@ -415,10 +447,10 @@ void ComputeReactionRates(std::span<const double> concentrations, std::span<Rate
             A -= production[i][0] * h[i];
             B += x[i] * cp[i];
         }
-        production[ns][0] = T * A / (B * ctot);
+        production[ns] = {T * A / (B * ctot), 0.0};
         if (wantTemperatureDerivative) {
             for (int j = 0; j < nr; ++j) {
-                if (!active.empty() && active[j] == 0) continue;
+                if (!all && active[j] == 0) continue;
                 rates[j][0] = -rates[j][0] / (B * ctot);
             }
         }

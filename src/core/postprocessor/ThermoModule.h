@@ -131,8 +131,22 @@ private:
     std::vector<std::uint8_t> m_lowUsable;
     std::vector<double> m_weight;
 
-    // Reactions: rate parameters in contiguous arrays.
+    // Reactions: rate parameters in contiguous arrays, and the part of each record that the
+    // rate loop touches packed into one cache line.
+    struct HotReaction {
+        std::array<std::int32_t, 3> reactants;
+        std::array<std::int32_t, 6> products;
+        std::int16_t reactantCount;
+        std::int16_t productCount;
+        std::uint8_t flags;  // bit 0 reversible, 1 third body, 2 fall-off, 3 left out of heat
+        std::uint8_t base;   // 1 when M starts from the total concentration
+        std::int32_t partnerBegin;
+        std::int32_t partnerEnd;
+    };
     std::vector<ReactionData> m_reactions;
+    std::vector<HotReaction> m_hot;
+    std::vector<std::int32_t> m_partnerSpecies;
+    std::vector<double> m_partnerExcess;  // e - base
     std::vector<double> m_A, m_n, m_E;        // slots 1-3
     std::vector<double> m_A0, m_n0, m_E0;     // slots 4-6
     std::vector<double> m_dn;                 // nR - nL (molecule counts, slots 11 - 10)
@@ -144,6 +158,7 @@ private:
     std::vector<double> m_M, m_mult, m_dmdM;
     double m_ctot = 0;
     std::vector<double> m_conc;     // NS + 1 entries, last = 1 (padding slot)
+    std::vector<RatePair> m_prod;   // NS + 1 rows, the last one absorbs padding slots
     std::vector<double> m_moleFrac;
 };
 
