@@ -335,7 +335,17 @@ void MDIForm1::AddChild(QWidget* child)
         });
     }
     const QSize area = m_area->size();
-    sub->resize(std::max(640, area.width() * 3 / 4), std::max(420, area.height() * 3 / 4));
+    if (child->testAttribute(Qt::WA_Resized)) {
+        // A window that chose its size keeps it, within the frame.
+        const QSize frameExtra = sub->size() - child->size();
+        sub->resize((child->size() + frameExtra.expandedTo(QSize(8, 30))).boundedTo(area));
+    } else {
+        sub->resize(std::max(640, area.width() * 4 / 5), std::max(420, area.height() * 4 / 5));
+    }
+    if (!QRect(QPoint(0, 0), area).contains(sub->geometry()))
+        sub->move(0, 0);
+    if (child->windowIcon().cacheKey() == QApplication::windowIcon().cacheKey())
+        sub->setWindowIcon(style()->standardIcon(QStyle::SP_FileIcon));
     connect(child, &QObject::destroyed, this, [this] {
         if (m_destroying)
             return;

@@ -62,6 +62,8 @@ SolverConsole::SolverConsole(const QString& program, const QString& workingFolde
     m_output->appendPlainText(QStringLiteral("To end the task, click the button CLOSE (X) in this window."));
     m_output->appendPlainText(
         QStringLiteral("---------------------------------------------------------------"));
+    m_output->moveCursor(QTextCursor::End);
+    m_output->insertPlainText(QStringLiteral("\n"));
 
     m_status = new QLabel(QStringLiteral("The solver is running..."), this);
     m_stop = new QPushButton(QStringLiteral("Stop"), this);

@@ -171,7 +171,7 @@ void SOL_RUN::buildUi()
     auto numberBox = [this](const char* name) {
         auto* box = new QLineEdit(this);
         box->setObjectName(QString::fromLatin1(name));
-        box->setMinimumWidth(110);
+        box->setFixedWidth(150);
         box->setAlignment(Qt::AlignRight);
         return box;
     };
@@ -226,7 +226,7 @@ void SOL_RUN::buildUi()
     stf->addRow(QStringLiteral("Maximum number of computed steps"), Text4[5]);
     auto* every = new QHBoxLayout;
     every->addWidget(new QLabel(QStringLiteral("Writef every   ")));
-    Text4[6]->setMaximumWidth(90);
+    Text4[6]->setFixedWidth(80);
     every->addWidget(Text4[6]);
     every->addWidget(new QLabel(QStringLiteral("   accepted  step")));
     every->addStretch();

@@ -50,9 +50,8 @@ Help1::Help1(QWidget* parent) : QWidget(parent)
     m_box->setObjectName(QStringLiteral("RichTextBox1"));
     m_box->setReadOnly(true);
     m_box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    m_box->setLineWrapMode(QPlainTextEdit::NoWrap);
-    // The paragraph wraps at the width of the table; the table lines never wrap.
-    m_box->setWordWrapMode(QTextOption::WordWrap);
+    // The paragraph wraps at the window's width; the window is made wide enough for the table.
+    m_box->setLineWrapMode(QPlainTextEdit::WidgetWidth);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(6, 6, 6, 6);
     layout->addWidget(m_box);
