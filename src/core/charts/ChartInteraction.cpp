@@ -86,6 +86,33 @@ void SubSetSelCancel(ChartDocument& chart, ChartWindowState& state)
     state.editItemsEnabled = false;
 }
 
+void DataPointClicked(ChartWindowState& state, int subset, int point)
+{
+    if (state.cursorMode != CursorSquare && state.cursorMode != CursorCross) {
+        state.cursorMode = CursorSquare;
+    }
+    state.cursorSubset = subset;
+    state.cursorPoint = point;
+    state.clickedSubset = subset;
+    state.clickPending = true;
+}
+
+void ClickWindowElapsed(ChartWindowState& state)
+{
+    state.clickPending = false;
+    state.clickedSubset = -1;
+}
+
+bool DataPointDoubleClicked(ChartDocument& chart, ChartWindowState& state, int subset)
+{
+    if (!state.clickPending || subset != state.clickedSubset || !validSubset(chart, subset)) {
+        return false;
+    }
+    SubSetSelect(chart, state, subset);
+    ClickWindowElapsed(state);
+    return true;
+}
+
 std::array<std::string, 2> XVAL(double x)
 {
     const double v = single(x);

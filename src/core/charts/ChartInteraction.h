@@ -53,7 +53,21 @@ struct ChartWindowState {
     int cursorPoint = 0;
     int lastCursorSubset = -1;
     bool zoomPermitted = true;
+    bool clickPending = false; //!< first click of a possible double click, for 500 ms
+    int clickedSubset = -1;
 };
+
+//! Interval after which a first click no longer counts towards a double click [ms].
+inline constexpr int DoubleClickWindowMs = 500;
+
+//! A click on a data point: sets a point cursor if none is on, moves it to the point and
+//! starts the double-click window (the view starts its 500 ms timer).
+void DataPointClicked(ChartWindowState& state, int subset, int point);
+//! The double-click window ended.
+void ClickWindowElapsed(ChartWindowState& state);
+//! A double click on a data point: selects the subset when it is the one first clicked.
+//! Returns true when a selection happened.
+bool DataPointDoubleClicked(ChartDocument& chart, ChartWindowState& state, int subset);
 
 //! The process-wide colour of a selected subset.
 Color& SelectionColor();

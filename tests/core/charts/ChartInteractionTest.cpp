@@ -73,6 +73,28 @@ TEST(Selection, PaintsAndRestoresTheSubsetColour)
     EXPECT_FALSE(c.selected.active);
 }
 
+TEST(Selection, DoubleClickSelectsOnlyTheCurveFirstClicked)
+{
+    ChartDocument c = RichChart(3, 4);
+    ChartWindowState st;
+    EXPECT_FALSE(DataPointDoubleClicked(c, st, 1)); // no first click
+    DataPointClicked(st, 1, 2);
+    EXPECT_EQ(st.cursorMode, CursorSquare);
+    EXPECT_EQ(st.cursorPoint, 2);
+    EXPECT_FALSE(DataPointDoubleClicked(c, st, 2)); // a different curve
+    EXPECT_FALSE(c.selected.active);
+    EXPECT_TRUE(DataPointDoubleClicked(c, st, 1));
+    EXPECT_TRUE(c.selected.active);
+    EXPECT_EQ(c.selected.index, 1);
+    EXPECT_FALSE(st.clickPending);
+    SubSetSelCancel(c, st);
+    st.cursorMode = CursorCross;
+    DataPointClicked(st, 0, 0);
+    EXPECT_EQ(st.cursorMode, CursorCross); // a point cursor stays as it is
+    ClickWindowElapsed(st);
+    EXPECT_FALSE(DataPointDoubleClicked(c, st, 0)); // too late
+}
+
 TEST(Annotations, FreeSlotSearchAndTheLimitMessage)
 {
     ChartDocument c;

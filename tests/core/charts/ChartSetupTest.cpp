@@ -88,6 +88,29 @@ TEST(ChartSetup, ValidationMessagesInOrder)
     EXPECT_EQ(fault->message.style, zarvion::shell::StyleWarning);
 }
 
+TEST(ChartSetup, YAxisHasTheSameSixRules)
+{
+    auto yFault = [](AxisFields y) {
+        SetupFields f;
+        f.x.show = false;
+        f.y = std::move(y);
+        return faultText(f);
+    };
+    EXPECT_EQ(yFault({true, AxisLinear, "?", "1", "1", "1", 3}),
+              "Text9: Maximum Y-axis value, please enter a number.");
+    EXPECT_EQ(yFault({true, AxisLinear, "3", "?", "1", "1", 3}),
+              "Text8: Minimum Y-axis value, please enter a number.");
+    EXPECT_EQ(yFault({true, AxisLinear, "3", "1", "25", "1", 3}),
+              "Text7: The major tick number of the Y-axis, please enter an integer on the "
+              "interval [1, 20].");
+    EXPECT_EQ(yFault({true, AxisLinear, "3", "1", "2", "11", 3}),
+              "Text6: The minor tick number of the Y-axis, please enter an integer on the "
+              "interval [1, 10].");
+    EXPECT_EQ(yFault({true, AxisLog, "3", "-1", "", "", 3}),
+              "Text8: The Y-axis contains negative values or 0, the logarithmic scale cannot be "
+              "created.");
+}
+
 TEST(ChartSetup, FieldsOpenFromTheChart)
 {
     ChartDocument c = RichChart(2, 3);
