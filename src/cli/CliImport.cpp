@@ -26,10 +26,10 @@ struct ImportArguments {
 void printReport(const solverfile::ChemkinImport& result, std::ostream& out)
 {
     using solverfile::ImportSeverity;
-    out << "Species written: " << result.species.size() << " (left out: "
+    out << "Species kept: " << result.species.size() << " (left out: "
         << result.droppedSpeciesCount << ")\n";
     out << "Reactions read: " << result.sourceReactionCount
-        << ", written: " << result.reactions.size() << "\n";
+        << ", kept: " << result.reactions.size() << " (a split REV reaction counts twice)\n";
     out << "REV reactions split into forward and reverse: " << result.revSplitCount << "\n";
     out << "REV reactions with a zero reverse rate, forward only: " << result.revZeroCount << "\n";
     out << "REV reactions whose reverse has over 3 reactant molecules, forward only: "

@@ -205,9 +205,8 @@ void ReactionBuilder::auxiliary(Pending& r, const std::string& keyword, const st
         r.hasSri = true;
         if (need({3, 5})) r.sri = numbers;
     } else if (key == "HIGH") {
+        if (!r.hasHigh) r.unsupported.push_back("HIGH (a chemically activated fall-off)");
         r.hasHigh = true;
-        if (std::find(r.unsupported.begin(), r.unsupported.end(), "HIGH") == r.unsupported.end())
-            r.unsupported.push_back("HIGH");
     } else if (key == "HV") {
         message(ImportSeverity::Warning, line, "HV / wavelength / is ignored.");
     } else if (std::find(std::begin(unsupported), std::end(unsupported), key) != std::end(unsupported)) {
@@ -246,6 +245,7 @@ void ReactionBuilder::checkDuplicates()
         return key;
     };
     std::map<std::string, std::vector<std::size_t>> seen;
+    std::vector<bool> matched(m_pending.size(), false);
     for (std::size_t i = 0; i < m_pending.size(); ++i) {
         Pending& r = m_pending[i];
         if (!r.errors.empty()) continue;
@@ -255,7 +255,10 @@ void ReactionBuilder::checkDuplicates()
         std::string back = sideKey(r.eq.products) + ">" + sideKey(r.eq.reactants) + "|" + third;
         auto report = [&](std::size_t j) {
             Pending& o = m_pending[j];
-            if (r.duplicate && o.duplicate) return;
+            if (r.duplicate && o.duplicate) {
+                matched[i] = matched[j] = true;
+                return;
+            }
             r.errors.push_back("it duplicates the reaction at line " + std::to_string(o.line) +
                                " ('" + o.equation + "') but the two are not marked DUPLICATE");
         };
@@ -264,6 +267,14 @@ void ReactionBuilder::checkDuplicates()
             if (r.eq.reversible || m_pending[j].eq.reversible) report(j);
         }
         seen[fwd].push_back(i);
+    }
+    for (std::size_t i = 0; i < m_pending.size(); ++i) {
+        const Pending& r = m_pending[i];
+        if (r.duplicate && !matched[i] && r.errors.empty()) {
+            message(ImportSeverity::Warning, r.line, "Reaction '" + r.equation +
+                                                         "' is marked DUPLICATE but has no "
+                                                         "duplicate.");
+        }
     }
 }
 

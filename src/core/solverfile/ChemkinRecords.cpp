@@ -28,7 +28,10 @@ std::size_t molecules(const std::vector<std::pair<int, double>>& side)
 std::string joinReasons(const std::vector<std::string>& reasons)
 {
     std::string out;
-    for (const auto& r : reasons) out += (out.empty() ? "" : "; ") + r;
+    for (std::string r : reasons) {
+        while (!r.empty() && r.back() == '.') r.pop_back();
+        out += (out.empty() ? "" : "; ") + r;
+    }
     return out;
 }
 
@@ -181,8 +184,9 @@ void ReactionBuilder::finish(const std::vector<std::string>& names,
                         "Species '" + name + "': element '" + symbol + "' is not declared in ELEMENTS.");
             }
             int n = static_cast<int>(count);
+            const std::string& key = symbol;
             auto same = std::find_if(sp.elements.begin(), sp.elements.end(),
-                                     [&](const auto& e) { return e.first == symbol; });
+                                     [&key](const auto& e) { return e.first == key; });
             if (same != sp.elements.end()) same->second += n;
             else sp.elements.emplace_back(symbol, n);
             weight += count * *w;

@@ -132,9 +132,11 @@ std::vector<std::string> BuildSolverFileLines(const ChemkinImport& mechanism,
 {
     const auto& species = mechanism.species;
     std::vector<double> fractions(species.size(), 0.0);
-    for (const auto& [name, value] : problem.moleFractions) {
+    for (const auto& item : problem.moleFractions) {
+        const std::string& name = item.first;
+        const double value = item.second;
         auto it = std::find_if(species.begin(), species.end(),
-                               [&](const ImportedSpecies& s) { return s.name == name; });
+                               [&name](const ImportedSpecies& s) { return s.name == name; });
         if (it == species.end()) {
             throw Error("Mole fraction given for '" + name + "', which is no species of the mechanism.");
         }
