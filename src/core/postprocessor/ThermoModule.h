@@ -159,6 +159,7 @@ private:
     double m_ctot = 0;
     std::vector<double> m_conc;     // NS + 1 entries, last = 1 (padding slot)
     std::vector<RatePair> m_prod;   // NS + 1 rows, the last one absorbs padding slots
+    std::vector<double> m_expArg, m_expOut;  // arguments and values of batched exponentials
     std::vector<double> m_moleFrac;
 };
 

@@ -518,3 +518,35 @@ TEST(RateWorkspace, BuiltFromResultSetMatchesRows)
     EXPECT_EQ(a.equilibriumConstant()[0], b.equilibriumConstant()[0]);
     EXPECT_EQ(a.molecularWeights()[4], 28.0);
 }
+
+TEST(ComputeTemperatureFunctions, RateConstantsAcrossTheExponentRange)
+{
+    // k = A T^n exp(-E / R T) against std::pow and std::exp for arguments from about -1000 to
+    // +40, across both sides of every power of two that the exponential splits on. Rounding of
+    // an argument x alone moves exp(x) by |x| ulp, so agreement is asked to 4e-16 (|x| + 10)
+    // relative, and exact 0 where std::exp underflows.
+    Toy toy;
+    std::vector<ReactionInts> ints;
+    std::vector<ReactionReals> reals;
+    std::vector<std::array<double, 3>> params;
+    for (double n : {-2.5, 0.0, 0.7, 3.1})
+        for (double E : {-30000.0, 0.0, 1234.5, 45000.0, 1.2e5, 1.3e6, 2.0e6}) params.push_back({1e13, n, E});
+    for (const auto& p : params) {
+        Rx r = makeReaction({1, 2}, {3}, p[0], p[1], p[2], 0);
+        ints.push_back(r.ints);
+        reals.push_back(r.reals);
+    }
+    RateWorkspace ws(toy.thermo, ints, reals, R1, R2);
+    for (double T : {650.0, 1000.0, 1777.7}) {
+        ComputeTemperatureFunctions(T, ws);
+        for (std::size_t j = 0; j < params.size(); ++j) {
+            const double expected = params[j][0] * std::pow(T, params[j][1]) * std::exp(-params[j][2] / (R1 * T));
+            if (expected == 0.0) {
+                EXPECT_EQ(ws.kInfinity()[j], 0.0);
+            } else {
+                const double x = std::abs(params[j][1] * std::log(T)) + std::abs(params[j][2] / (R1 * T));
+                expectRel(expected, ws.kInfinity()[j], 4e-16 * (x + 10));
+            }
+        }
+    }
+}
