@@ -23,7 +23,10 @@ struct SourceLine {
 std::vector<SourceLine> SplitSourceLines(std::string_view text);
 
 //! Blank or TAB (never a locale-dependent test: bytes above 127 are ordinary characters).
-inline bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v'; }
+inline bool IsBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v';
+}
 std::string UpperAscii(std::string_view s);
 std::string TrimBlanks(std::string_view s);
 std::vector<std::string> SplitWords(std::string_view s);
@@ -45,19 +48,19 @@ struct ThermoEntry {
 //! Parses a thermo block: optional "THERMO [ALL]" line, optional line of global temperatures
 //! (low, common, high), entries, and an optional END / ENDOFDATA. A blank common temperature
 //! takes the global one (1000 K without a global line). Faults go to `messages`.
-std::vector<ThermoEntry> ParseThermoBlock(const std::vector<SourceLine>& lines,
-                                          const std::string& file,
-                                          std::vector<ImportMessage>& messages);
+std::vector<ThermoEntry> ParseThermoBlock(const std::vector<SourceLine> &lines,
+                                          const std::string &file,
+                                          std::vector<ImportMessage> &messages);
 
 //! Species names of a mechanism with a prefix lookup for tokenising equations.
 class SpeciesTable {
 public:
-    explicit SpeciesTable(const std::vector<std::string>& names);
+    explicit SpeciesTable(const std::vector<std::string> &names);
     //! Indices (into the names) of every name that `text` starts with at `pos`, longest
     //! first. With `ignoreCase` the comparison is ASCII case-insensitive.
     void matchesAt(std::string_view text, std::size_t pos, bool ignoreCase,
-                   std::vector<int>& out) const;
-    const std::vector<std::string>& names() const { return m_names; }
+                   std::vector<int> &out) const;
+    const std::vector<std::string> &names() const { return m_names; }
 
 private:
     std::vector<std::string> m_names;
@@ -83,6 +86,6 @@ struct ParsedEquation {
 //! Reads an equation such as "2OH(+M)<=>H2O2(+M)" or "plus+ eq=uals = plus++(Parens)".
 //! Species are matched longest first with backtracking, so names holding "+", "=", "(" or
 //! ")" are found; a blank separates two terms as "+" does ("plus+ eq=uals").
-ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable& species);
+ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable &species);
 
 } // namespace zarvion::solverfile::chemkin

@@ -10,7 +10,10 @@ namespace zarvion::solverfile::chemkin {
 
 namespace {
 
-char upper(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
+char upper(char c)
+{
+    return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
+}
 
 bool startsWith(std::string_view text, std::size_t pos, std::string_view prefix, bool ignoreCase)
 {
@@ -41,12 +44,14 @@ struct Item {
 //   eq    := side ("<=>" | "=>" | "=") side
 class EquationReader {
 public:
-    EquationReader(std::string_view text, const SpeciesTable& species, bool ignoreCase)
-        : m_s(text), m_species(species), m_ignoreCase(ignoreCase) {}
+    EquationReader(std::string_view text, const SpeciesTable &species, bool ignoreCase)
+        : m_s(text), m_species(species), m_ignoreCase(ignoreCase)
+    {
+    }
 
     bool read() { return term(0, 0); }
     bool exhausted() const { return m_steps > StepLimit; }
-    const std::vector<Item>& items() const { return m_items; }
+    const std::vector<Item> &items() const { return m_items; }
 
 private:
     static constexpr long StepLimit = 200000;
@@ -190,7 +195,8 @@ private:
         std::vector<int> candidates;
         m_species.matchesAt(m_s, p, m_ignoreCase, candidates);
         for (int k : candidates) {
-            std::size_t close = skipBlanks(p + m_species.names()[static_cast<std::size_t>(k)].size());
+            std::size_t close =
+                skipBlanks(p + m_species.names()[static_cast<std::size_t>(k)].size());
             if (close < m_s.size() && m_s[close] == ')') {
                 m_items.push_back({Item::ColliderSpecies, k, 1, 0});
                 if (afterCollider(close + 1, side)) {
@@ -215,7 +221,7 @@ private:
     {
         static constexpr std::pair<std::string_view, int> arrows[] = {
             {"<=>", 1}, {"=>", 2}, {"=", 0}};
-        for (const auto& [text, kind] : arrows) {
+        for (const auto &[text, kind] : arrows) {
             if (startsWith(m_s, p, text, false)) {
                 m_items.push_back({Item::Arrow, -1, 1, kind});
                 if (term(p + text.size(), 1)) {
@@ -228,7 +234,7 @@ private:
     }
 
     std::string_view m_s;
-    const SpeciesTable& m_species;
+    const SpeciesTable &m_species;
     bool m_ignoreCase;
     std::vector<Item> m_items;
     long m_steps = 0;
@@ -236,7 +242,7 @@ private:
 
 } // namespace
 
-SpeciesTable::SpeciesTable(const std::vector<std::string>& names) : m_names(names)
+SpeciesTable::SpeciesTable(const std::vector<std::string> &names) : m_names(names)
 {
     for (std::size_t k = 0; k < m_names.size(); ++k) {
         if (m_names[k].empty()) {
@@ -246,24 +252,25 @@ SpeciesTable::SpeciesTable(const std::vector<std::string>& names) : m_names(name
         m_byFirstUpper[upper(m_names[k][0])].push_back(static_cast<int>(k));
     }
     auto longestFirst = [this](int a, int b) {
-        return m_names[static_cast<std::size_t>(a)].size() > m_names[static_cast<std::size_t>(b)].size();
+        return m_names[static_cast<std::size_t>(a)].size() >
+               m_names[static_cast<std::size_t>(b)].size();
     };
-    for (auto& [c, list] : m_byFirst) {
+    for (auto &[c, list] : m_byFirst) {
         std::stable_sort(list.begin(), list.end(), longestFirst);
     }
-    for (auto& [c, list] : m_byFirstUpper) {
+    for (auto &[c, list] : m_byFirstUpper) {
         std::stable_sort(list.begin(), list.end(), longestFirst);
     }
 }
 
 void SpeciesTable::matchesAt(std::string_view text, std::size_t pos, bool ignoreCase,
-                             std::vector<int>& out) const
+                             std::vector<int> &out) const
 {
     out.clear();
     if (pos >= text.size()) {
         return;
     }
-    const auto& index = ignoreCase ? m_byFirstUpper : m_byFirst;
+    const auto &index = ignoreCase ? m_byFirstUpper : m_byFirst;
     auto it = index.find(ignoreCase ? upper(text[pos]) : text[pos]);
     if (it == index.end()) {
         return;
@@ -275,7 +282,7 @@ void SpeciesTable::matchesAt(std::string_view text, std::size_t pos, bool ignore
     }
 }
 
-ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable& species)
+ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable &species)
 {
     ParsedEquation result;
     std::string s = TrimBlanks(equation);
@@ -298,21 +305,21 @@ ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable& spec
                            : "The equation cannot be read as species of the SPECIES list.";
         return result;
     }
-    const auto& items = usedLoose ? loose.items() : exact.items();
+    const auto &items = usedLoose ? loose.items() : exact.items();
 
     int side = 0;
     int plusM[2] = {0, 0};
     int colliders[2] = {0, 0};
     int colliderSpecies[2] = {-1, -1};
-    for (const Item& item : items) {
+    for (const Item &item : items) {
         switch (item.kind) {
         case Item::Arrow:
             side = 1;
             result.reversible = item.arrow != 2;
             break;
         case Item::Species:
-            (side == 0 ? result.reactants : result.products).emplace_back(item.species,
-                                                                        item.coefficient);
+            (side == 0 ? result.reactants : result.products)
+                .emplace_back(item.species, item.coefficient);
             break;
         case Item::ThirdM:
             ++plusM[side];
@@ -335,7 +342,8 @@ ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable& spec
     } else if (plusM[0] != plusM[1]) {
         result.error = "The third body '+M' stands on one side of the equation only.";
     } else if (colliders[0] != colliders[1]) {
-        result.error = "The fall-off collider '(+" + colliderName(colliderSpecies[colliders[0] ? 0 : 1]) +
+        result.error = "The fall-off collider '(+" +
+                       colliderName(colliderSpecies[colliders[0] ? 0 : 1]) +
                        ")' stands on one side of the equation only.";
     } else if (colliders[0] && colliderSpecies[0] != colliderSpecies[1]) {
         result.error = "Third bodies do not match: '" + colliderName(colliderSpecies[0]) +

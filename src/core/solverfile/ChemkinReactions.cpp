@@ -10,16 +10,18 @@ namespace zarvion::solverfile::chemkin {
 
 namespace {
 
-constexpr double CaloriesPerJoule = 1.0 / 4.184;        // thermochemical calorie
-constexpr double GasConstantCal = 1.987204259;          // [cal/(mol K)], CODATA 2018
-constexpr double FaradayConstant = 96485.33212;         // [C/mol]: 1 eV per particle in J/mol
+constexpr double CaloriesPerJoule = 1.0 / 4.184; // thermochemical calorie
+constexpr double GasConstantCal = 1.987204259;   // [cal/(mol K)], CODATA 2018
+constexpr double FaradayConstant = 96485.33212;  // [C/mol]: 1 eV per particle in J/mol
 
-
-bool isMoleculesWord(const std::string& w)
+bool isMoleculesWord(const std::string &w)
 {
     return w == "MOLECULES" || w == "MOLECULE" || w == "MOLEC" || w == "MOLEC.";
 }
-bool isMolesWord(const std::string& w) { return w == "MOLES" || w == "MOLE" || w == "MOL"; }
+bool isMolesWord(const std::string &w)
+{
+    return w == "MOLES" || w == "MOLE" || w == "MOL";
+}
 
 std::string numberText(double v)
 {
@@ -46,8 +48,10 @@ std::optional<double> EnergyUnitFactor(std::string_view word)
     return std::nullopt;
 }
 
-ReactionBuilder::ReactionBuilder(const ChemkinOptions& options, ChemkinImport& out)
-    : m_options(options), m_out(out) {}
+ReactionBuilder::ReactionBuilder(const ChemkinOptions &options, ChemkinImport &out)
+    : m_options(options), m_out(out)
+{
+}
 ReactionBuilder::~ReactionBuilder() = default;
 
 void ReactionBuilder::message(ImportSeverity severity, int line, std::string text)
@@ -55,9 +59,9 @@ void ReactionBuilder::message(ImportSeverity severity, int line, std::string tex
     m_out.messages.push_back({severity, m_options.mechanismName, line, std::move(text)});
 }
 
-void ReactionBuilder::setUnits(const std::vector<std::string>& words, int line)
+void ReactionBuilder::setUnits(const std::vector<std::string> &words, int line)
 {
-    for (const auto& word : words) {
+    for (const auto &word : words) {
         std::string w = UpperAscii(word);
         if (auto f = EnergyUnitFactor(w)) {
             m_energyFactor = *f;
@@ -66,15 +70,16 @@ void ReactionBuilder::setUnits(const std::vector<std::string>& words, int line)
         } else if (isMolesWord(w)) {
             m_molecules = false;
         } else {
-            message(ImportSeverity::Error, line, "Unknown unit '" + word + "' on the REACTIONS line.");
+            message(ImportSeverity::Error, line,
+                    "Unknown unit '" + word + "' on the REACTIONS line.");
         }
     }
 }
 
 void ReactionBuilder::endOfSection() {}
 
-void ReactionBuilder::readLine(const std::string& text, int line,
-                               const std::vector<std::string>& species)
+void ReactionBuilder::readLine(const std::string &text, int line,
+                               const std::vector<std::string> &species)
 {
     if (!m_table) {
         m_table = std::make_unique<SpeciesTable>(species);
@@ -94,7 +99,8 @@ void ReactionBuilder::readLine(const std::string& text, int line,
         std::optional<double> numbers[3];
         if (words.size() >= 4) {
             for (int k = 0; k < 3; ++k) {
-                numbers[k] = ParseFortranNumber(words[words.size() - 3 + static_cast<std::size_t>(k)]);
+                numbers[k] =
+                    ParseFortranNumber(words[words.size() - 3 + static_cast<std::size_t>(k)]);
             }
         }
         if (!numbers[0] || !numbers[1] || !numbers[2]) {
@@ -107,8 +113,10 @@ void ReactionBuilder::readLine(const std::string& text, int line,
         // The equation ends where the third word from the end begins.
         std::size_t pos = text.size();
         for (int k = 0; k < 3; ++k) {
-            while (pos > 0 && IsBlank(text[pos - 1])) --pos;
-            while (pos > 0 && !IsBlank(text[pos - 1])) --pos;
+            while (pos > 0 && IsBlank(text[pos - 1]))
+                --pos;
+            while (pos > 0 && !IsBlank(text[pos - 1]))
+                --pos;
         }
         r.equation = TrimBlanks(text.substr(0, pos));
         r.rate = {*numbers[0], *numbers[1], *numbers[2]};
@@ -120,14 +128,16 @@ void ReactionBuilder::readLine(const std::string& text, int line,
         return;
     }
     if (m_pending.empty()) {
-        message(ImportSeverity::Error, line, "Auxiliary line before the first reaction: '" + text + "'.");
+        message(ImportSeverity::Error, line,
+                "Auxiliary line before the first reaction: '" + text + "'.");
         return;
     }
-    Pending& r = m_pending.back();
+    Pending &r = m_pending.back();
     if (first.rfind("UNITS", 0) == 0 && (first.size() == 5 || first[5] == '/') && hasSlash) {
         std::size_t a = text.find('/');
         std::size_t b = text.rfind('/');
-        for (const auto& w : SplitWords(text.substr(a + 1, b > a ? b - a - 1 : std::string::npos))) {
+        for (const auto &w :
+             SplitWords(text.substr(a + 1, b > a ? b - a - 1 : std::string::npos))) {
             std::string u = UpperAscii(w);
             if (auto f = EnergyUnitFactor(u)) {
                 r.energyFactor = *f;
@@ -172,28 +182,29 @@ void ReactionBuilder::readLine(const std::string& text, int line,
     }
 }
 
-void ReactionBuilder::auxiliary(Pending& r, const std::string& keyword, const std::string& values,
+void ReactionBuilder::auxiliary(Pending &r, const std::string &keyword, const std::string &values,
                                 int line)
 {
     std::string key = UpperAscii(keyword);
     std::vector<double> numbers;
     bool numeric = true;
-    for (const auto& w : SplitWords(values)) {
+    for (const auto &w : SplitWords(values)) {
         auto v = ParseFortranNumber(w);
         numeric = numeric && v.has_value();
         numbers.push_back(v.value_or(0));
     }
     auto need = [&](std::initializer_list<std::size_t> counts) {
-        bool ok = numeric && std::find(counts.begin(), counts.end(), numbers.size()) != counts.end();
+        bool ok =
+            numeric && std::find(counts.begin(), counts.end(), numbers.size()) != counts.end();
         if (!ok) {
             r.errors.push_back(key + " on line " + std::to_string(line) +
                                " has not the expected numbers: '" + TrimBlanks(values) + "'");
         }
         return ok;
     };
-    static const char* const unsupported[] = {"PLOG", "CHEB", "TCHEB", "PCHEB", "FORD", "RORD",
-                                              "LT",   "RLT",  "JAN",   "FIT1",  "TDEP", "EXCI",
-                                              "USRPROG", "LANG", "COLLEFF", "MOME", "XSMI"};
+    static const char *const unsupported[] = {"PLOG",    "CHEB", "TCHEB",   "PCHEB", "FORD", "RORD",
+                                              "LT",      "RLT",  "JAN",     "FIT1",  "TDEP", "EXCI",
+                                              "USRPROG", "LANG", "COLLEFF", "MOME",  "XSMI"};
     if (key == "LOW") {
         if (need({3})) r.low = std::array<double, 3>{numbers[0], numbers[1], numbers[2]};
     } else if (key == "REV") {
@@ -209,7 +220,8 @@ void ReactionBuilder::auxiliary(Pending& r, const std::string& keyword, const st
         r.hasHigh = true;
     } else if (key == "HV") {
         message(ImportSeverity::Warning, line, "HV / wavelength / is ignored.");
-    } else if (std::find(std::begin(unsupported), std::end(unsupported), key) != std::end(unsupported)) {
+    } else if (std::find(std::begin(unsupported), std::end(unsupported), key) !=
+               std::end(unsupported)) {
         if (std::find(r.unsupported.begin(), r.unsupported.end(), key) == r.unsupported.end())
             r.unsupported.push_back(key);
     } else {
@@ -222,7 +234,8 @@ void ReactionBuilder::auxiliary(Pending& r, const std::string& keyword, const st
         if (species < 0) {
             m_table->matchesAt(keyword, 0, true, matches);
             for (int k : matches) {
-                if (m_table->names()[static_cast<std::size_t>(k)].size() == keyword.size()) species = k;
+                if (m_table->names()[static_cast<std::size_t>(k)].size() == keyword.size())
+                    species = k;
             }
         }
         if (species < 0) {
@@ -241,20 +254,21 @@ void ReactionBuilder::checkDuplicates()
     auto sideKey = [](std::vector<std::pair<int, double>> side) {
         std::sort(side.begin(), side.end());
         std::string key;
-        for (const auto& [s, c] : side) key += std::to_string(s) + "x" + numberText(c) + ",";
+        for (const auto &[s, c] : side)
+            key += std::to_string(s) + "x" + numberText(c) + ",";
         return key;
     };
     std::map<std::string, std::vector<std::size_t>> seen;
     std::vector<bool> matched(m_pending.size(), false);
     for (std::size_t i = 0; i < m_pending.size(); ++i) {
-        Pending& r = m_pending[i];
+        Pending &r = m_pending[i];
         if (!r.errors.empty()) continue;
-        std::string third = std::to_string(static_cast<int>(r.eq.thirdBody)) + ":" +
-                            std::to_string(r.eq.collider);
+        std::string third =
+            std::to_string(static_cast<int>(r.eq.thirdBody)) + ":" + std::to_string(r.eq.collider);
         std::string fwd = sideKey(r.eq.reactants) + ">" + sideKey(r.eq.products) + "|" + third;
         std::string back = sideKey(r.eq.products) + ">" + sideKey(r.eq.reactants) + "|" + third;
         auto report = [&](std::size_t j) {
-            Pending& o = m_pending[j];
+            Pending &o = m_pending[j];
             if (r.duplicate && o.duplicate) {
                 matched[i] = matched[j] = true;
                 return;
@@ -262,18 +276,20 @@ void ReactionBuilder::checkDuplicates()
             r.errors.push_back("it duplicates the reaction at line " + std::to_string(o.line) +
                                " ('" + o.equation + "') but the two are not marked DUPLICATE");
         };
-        for (std::size_t j : seen[fwd]) report(j);
+        for (std::size_t j : seen[fwd])
+            report(j);
         for (std::size_t j : seen[back]) {
             if (r.eq.reversible || m_pending[j].eq.reversible) report(j);
         }
         seen[fwd].push_back(i);
     }
     for (std::size_t i = 0; i < m_pending.size(); ++i) {
-        const Pending& r = m_pending[i];
+        const Pending &r = m_pending[i];
         if (r.duplicate && !matched[i] && r.errors.empty()) {
-            message(ImportSeverity::Warning, r.line, "Reaction '" + r.equation +
-                                                         "' is marked DUPLICATE but has no "
-                                                         "duplicate.");
+            message(ImportSeverity::Warning, r.line,
+                    "Reaction '" + r.equation +
+                        "' is marked DUPLICATE but has no "
+                        "duplicate.");
         }
     }
 }

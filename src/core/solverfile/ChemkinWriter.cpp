@@ -16,8 +16,8 @@ namespace zarvion::solverfile {
 
 namespace {
 
-constexpr const char* GasConstantEnergyText = "1.987204259";  // [cal/(mol K)]
-constexpr const char* GasConstantConcText = "82.05736608";    // [cm^3 atm/(mol K)]
+constexpr const char *GasConstantEnergyText = "1.987204259"; // [cal/(mol K)]
+constexpr const char *GasConstantConcText = "82.05736608";   // [cm^3 atm/(mol K)]
 
 std::string padRight(std::string s, std::size_t width)
 {
@@ -25,19 +25,22 @@ std::string padRight(std::string s, std::size_t width)
     return s;
 }
 
-std::string padLeft(const std::string& s, std::size_t width)
+std::string padLeft(const std::string &s, std::size_t width)
 {
     return s.size() < width ? std::string(width - s.size(), ' ') + s : s;
 }
 
 // A header value in "0.00####E+00" followed by its comment.
-std::string headerValue(double value, const char* comment)
+std::string headerValue(double value, const char *comment)
 {
     return " " + shell::Format(value, "0.00####E+00") + " " + comment;
 }
 
 // Integer field of 4 columns, left-aligned.
-std::string int4(int value) { return padRight(std::to_string(value), 4); }
+std::string int4(int value)
+{
+    return padRight(std::to_string(value), 4);
+}
 
 // Temperature limit in 8 columns.
 std::string field8Temperature(double t)
@@ -68,19 +71,20 @@ std::string field8Efficiency(double e)
     return buf;
 }
 
-std::string speciesLine1(int number, const ImportedSpecies& sp, double fraction)
+std::string speciesLine1(int number, const ImportedSpecies &sp, double fraction)
 {
     std::string formula;
-    for (const auto& [symbol, n] : sp.elements) formula += symbol + std::to_string(n);
-    std::string line = " " + padRight(std::to_string(number), 4) + " ";   // columns 1-6
-    line += padRight(sp.name, 17);                                          // 7-23
-    line += padRight(formula, 22);                                          // 24-45
-    line += "  ";                                                           // 46-47
-    line += field8Temperature(sp.thermo[16]) + " ";                         // 48-56
-    line += field8Temperature(sp.thermo[17]) + " ";                         // 57-65
-    line += field8Temperature(sp.thermo[18]) + " ";                         // 66-74
+    for (const auto &[symbol, n] : sp.elements)
+        formula += symbol + std::to_string(n);
+    std::string line = " " + padRight(std::to_string(number), 4) + " "; // columns 1-6
+    line += padRight(sp.name, 17);                                      // 7-23
+    line += padRight(formula, 22);                                      // 24-45
+    line += "  ";                                                       // 46-47
+    line += field8Temperature(sp.thermo[16]) + " ";                     // 48-56
+    line += field8Temperature(sp.thermo[17]) + " ";                     // 57-65
+    line += field8Temperature(sp.thermo[18]) + " ";                     // 66-74
     std::string x = fraction == 0.0 ? "0" : shell::Format(fraction, "0.000E+00");
-    line += padRight(x, 10);                                                // 75-84
+    line += padRight(x, 10); // 75-84
     return line;
 }
 
@@ -120,25 +124,27 @@ std::vector<std::pair<std::string, double>> ParseMoleFractionList(std::string_vi
         }
         if (!found) {
             throw Error("Mole fractions must be given as name:value pairs separated by commas; "
-                        "cannot read '" + s.substr(p) + "'.");
+                        "cannot read '" +
+                        s.substr(p) + "'.");
         }
     }
     return out;
 }
 
-std::vector<std::string> BuildSolverFileLines(const ChemkinImport& mechanism,
-                                              const ProblemSettings& problem,
-                                              const SolverFileSource& source)
+std::vector<std::string> BuildSolverFileLines(const ChemkinImport &mechanism,
+                                              const ProblemSettings &problem,
+                                              const SolverFileSource &source)
 {
-    const auto& species = mechanism.species;
+    const auto &species = mechanism.species;
     std::vector<double> fractions(species.size(), 0.0);
-    for (const auto& item : problem.moleFractions) {
-        const std::string& name = item.first;
+    for (const auto &item : problem.moleFractions) {
+        const std::string &name = item.first;
         const double value = item.second;
         auto it = std::find_if(species.begin(), species.end(),
-                               [&name](const ImportedSpecies& s) { return s.name == name; });
+                               [&name](const ImportedSpecies &s) { return s.name == name; });
         if (it == species.end()) {
-            throw Error("Mole fraction given for '" + name + "', which is no species of the mechanism.");
+            throw Error("Mole fraction given for '" + name +
+                        "', which is no species of the mechanism.");
         }
         if (!(value >= 0.0) || !std::isfinite(value)) {
             throw Error("The mole fraction of '" + name + "' must be a number of 0 or more.");
@@ -189,12 +195,15 @@ std::vector<std::string> BuildSolverFileLines(const ChemkinImport& mechanism,
     lines.push_back("THERMO");
 
     for (std::size_t k = 0; k < species.size(); ++k) {
-        const ThermoRecord& t = species[k].thermo;
+        const ThermoRecord &t = species[k].thermo;
         lines.push_back(speciesLine1(static_cast<int>(k + 1), species[k], fractions[k]));
         std::string l2, l3, l4;
-        for (int c = 1; c <= 5; ++c) l2 += FormatField15(t[static_cast<std::size_t>(c)]);
-        for (int c = 6; c <= 10; ++c) l3 += FormatField15(t[static_cast<std::size_t>(c)]);
-        for (int c = 11; c <= 14; ++c) l4 += FormatField15(t[static_cast<std::size_t>(c)]);
+        for (int c = 1; c <= 5; ++c)
+            l2 += FormatField15(t[static_cast<std::size_t>(c)]);
+        for (int c = 6; c <= 10; ++c)
+            l3 += FormatField15(t[static_cast<std::size_t>(c)]);
+        for (int c = 11; c <= 14; ++c)
+            l4 += FormatField15(t[static_cast<std::size_t>(c)]);
         l4 += FormatField15(t[15]);
         lines.push_back(l2);
         lines.push_back(l3);
@@ -206,22 +215,26 @@ std::vector<std::string> BuildSolverFileLines(const ChemkinImport& mechanism,
 
     const std::string indent(6, ' ');
     for (std::size_t j = 0; j < mechanism.reactions.size(); ++j) {
-        const ReactionRecord& r = mechanism.reactions[j];
-        const auto& in = r.ints;
-        const auto& re = r.reals;
+        const ReactionRecord &r = mechanism.reactions[j];
+        const auto &in = r.ints;
+        const auto &re = r.reals;
         lines.push_back(" " + padRight(std::to_string(j + 1), 4) + " " + r.text);
         std::string ints = indent;
-        for (int f = 1; f <= 16; ++f) ints += int4(in[static_cast<std::size_t>(f)]);
+        for (int f = 1; f <= 16; ++f)
+            ints += int4(in[static_cast<std::size_t>(f)]);
         lines.push_back(ints);
-        lines.push_back(indent + FormatField15(re[1]) + FormatField15(re[2]) + FormatField15(re[3]));
+        lines.push_back(indent + FormatField15(re[1]) + FormatField15(re[2]) +
+                        FormatField15(re[3]));
         if (in[slot::HasLowLimit] == 1) {
-            lines.push_back("LOW   " + FormatField15(re[4]) + FormatField15(re[5]) + FormatField15(re[6]));
+            lines.push_back("LOW   " + FormatField15(re[4]) + FormatField15(re[5]) +
+                            FormatField15(re[6]));
         }
         int kind = in[slot::FalloffKind];
         if (kind > 0) {
             int count = kind == 1 ? 4 : kind == 2 ? 5 : 3;
             std::string line = kind == 2 ? "SRI   " : "TROE  ";
-            for (int f = 0; f < count; ++f) line += FormatField15(re[static_cast<std::size_t>(7 + f)]);
+            for (int f = 0; f < count; ++f)
+                line += FormatField15(re[static_cast<std::size_t>(7 + f)]);
             lines.push_back(line);
         }
         int partners = in[slot::PartnerCount];
@@ -246,7 +259,7 @@ std::vector<std::string> BuildSolverFileLines(const ChemkinImport& mechanism,
     return lines;
 }
 
-void WriteSolverFile(const std::filesystem::path& target, const std::vector<std::string>& lines)
+void WriteSolverFile(const std::filesystem::path &target, const std::vector<std::string> &lines)
 {
     shell::WriteFileAtomically(target, shell::JoinCrLf(lines));
 }

@@ -16,14 +16,14 @@ namespace zarvion::solverfile {
 
 //! The constant-pressure problem written into the header.
 struct ProblemSettings {
-    double pressureAtm = 1.0;       //!< [atm]
-    int TemperatureMode = 0;        //!< 0 constant temperature, 1 energy equation
+    double pressureAtm = 1.0;           //!< [atm]
+    int TemperatureMode = 0;            //!< 0 constant temperature, 1 energy equation
     double initialTemperature = 1000.0; //!< [K]
-    double minTemperature = 200.0;  //!< [K]
-    double maxTemperature = 6000.0; //!< [K]
-    double initialTime = 0.0;       //!< [s]
-    double finalTime = 1e-3;        //!< [s]
-    double initialStep = 1e-10;     //!< [s]
+    double minTemperature = 200.0;      //!< [K]
+    double maxTemperature = 6000.0;     //!< [K]
+    double initialTime = 0.0;           //!< [s]
+    double finalTime = 1e-3;            //!< [s]
+    double initialStep = 1e-10;         //!< [s]
     int maxSteps = 100000;
     double relativeTolerance = 1e-6;
     double absoluteTolerance = 1e-15;
@@ -44,12 +44,12 @@ std::vector<std::pair<std::string, double>> ParseMoleFractionList(std::string_vi
 
 //! The lines of the solver file, without line ends. Throws zarvion::Error when a mole
 //! fraction names an unknown species or is negative.
-std::vector<std::string> BuildSolverFileLines(const ChemkinImport& mechanism,
-                                              const ProblemSettings& problem,
-                                              const SolverFileSource& source);
+std::vector<std::string> BuildSolverFileLines(const ChemkinImport &mechanism,
+                                              const ProblemSettings &problem,
+                                              const SolverFileSource &source);
 
 //! Writes the lines with CR LF, atomically.
-void WriteSolverFile(const std::filesystem::path& target, const std::vector<std::string>& lines);
+void WriteSolverFile(const std::filesystem::path &target, const std::vector<std::string> &lines);
 
 //! A number in a 15-column field: 9 significant digits with a sign column, fewer digits
 //! when the exponent needs three places.

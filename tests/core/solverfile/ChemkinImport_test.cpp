@@ -24,8 +24,8 @@ std::string pad(std::string s, std::size_t n)
 
 // One thermo entry in the fixed columns: elements in columns 25-44, temperatures in 46-73.
 // Coefficient k (1-based) is k / 10 + base, so a wrong column shows in the value.
-std::string thermoEntry(const std::string& name, const std::string& elements, double base = 0,
-                        const std::string& temps = "   200.000  3500.000  1000.000")
+std::string thermoEntry(const std::string &name, const std::string &elements, double base = 0,
+                        const std::string &temps = "   200.000  3500.000  1000.000")
 {
     std::string l1 = pad(pad(name, 24) + pad(elements, 20) + "G" + temps, 79) + "1\n";
     std::string l[3];
@@ -45,16 +45,16 @@ std::string simpleThermo()
            thermoEntry("H2O", "H   2O   1") + thermoEntry("AR", "AR  1") + "END\n";
 }
 
-std::string mechanism(const std::string& reactions, const std::string& units = "")
+std::string mechanism(const std::string &reactions, const std::string &units = "")
 {
     return "ELEMENTS\nH O AR\nEND\nSPECIES\nH O OH H2 O2 H2O AR\nEND\n" + simpleThermo() +
            "REACTIONS " + units + "\n" + reactions + "END\n";
 }
 
-bool hasMessage(const ChemkinImport& r, ImportSeverity severity, const std::string& part,
+bool hasMessage(const ChemkinImport &r, ImportSeverity severity, const std::string &part,
                 int line = -1)
 {
-    for (const auto& m : r.messages) {
+    for (const auto &m : r.messages) {
         if (m.severity == severity && m.text.find(part) != std::string::npos &&
             (line < 0 || m.line == line)) {
             return true;
@@ -63,10 +63,11 @@ bool hasMessage(const ChemkinImport& r, ImportSeverity severity, const std::stri
     return false;
 }
 
-std::string allMessages(const ChemkinImport& r)
+std::string allMessages(const ChemkinImport &r)
 {
     std::string out;
-    for (const auto& m : r.messages) out += FormatImportMessage(m) + "\n";
+    for (const auto &m : r.messages)
+        out += FormatImportMessage(m) + "\n";
     return out;
 }
 
@@ -80,7 +81,7 @@ TEST(ChemkinNumbers, FortranFieldsAndGarbage)
     EXPECT_DOUBLE_EQ(*ParseFortranNumber("1."), 1.0);
     EXPECT_DOUBLE_EQ(*ParseFortranNumber("+4.650E+012"), 4.65e12);
     EXPECT_DOUBLE_EQ(*ParseFortranNumber("1.0-100"), 1e-100); // exponent without "E"
-    for (const char* bad : {"", "   ", "inf", "nan", "1.0E", "abc", "1e400", "--1", "1.2.3"}) {
+    for (const char *bad : {"", "   ", "inf", "nan", "1.0E", "abc", "1e400", "--1", "1.2.3"}) {
         EXPECT_FALSE(ParseFortranNumber(bad).has_value()) << bad;
     }
 }
@@ -126,7 +127,8 @@ TEST(ChemkinEquations, ThirdBodiesCollidersPhotonsAndCoefficients)
     EXPECT_EQ(e.thirdBody, ThirdBody::FalloffSpecies);
     EXPECT_EQ(e.collider, 5);
     e = ParseEquation("2OH(+M)<=>H2O2(+AR)", names);
-    EXPECT_NE(e.error.find("Third bodies do not match: 'M' and 'AR'"), std::string::npos) << e.error;
+    EXPECT_NE(e.error.find("Third bodies do not match: 'M' and 'AR'"), std::string::npos)
+        << e.error;
     EXPECT_FALSE(ParseEquation("R1A+R1B+M = P1+H", names).error.empty());
     e = ParseEquation("R1A => R1A + HV", names);
     EXPECT_TRUE(e.hvRight);
@@ -149,10 +151,10 @@ TEST(ChemkinThermo, QuirksOfRealThermoFiles)
     fortran.replace(fortran.find("1.00000000E-01"), 14, "0.86900558E 01");
     std::string noCard = thermoEntry("D", "H   1", 0);
     noCard.erase(noCard.size() - 2, 1); // the "4" of the last line
-    std::string extended = pad(pad("BIN", 24) + pad("C   0H   0", 20) + "G" +
-                               "   300.000  5000.000 1401.000", 78) +
-                           "01&\nC      778.0&\nH 264\n" +
-                           thermoEntry("X", "", 0).substr(thermoEntry("X", "", 0).find('\n') + 1);
+    std::string extended =
+        pad(pad("BIN", 24) + pad("C   0H   0", 20) + "G" + "   300.000  5000.000 1401.000", 78) +
+        "01&\nC      778.0&\nH 264\n" +
+        thermoEntry("X", "", 0).substr(thermoEntry("X", "", 0).find('\n') + 1);
     std::string text = "THERMO\n   300.000  1200.000  5000.000\n" + blankTmid + shifted + fortran +
                        noCard + extended + "ENDOFDATA\n";
     std::vector<ImportMessage> messages;
@@ -187,7 +189,7 @@ TEST(ChemkinImport, RecordsOfThirdBodyFalloffAndColliderReactions)
     auto r = ImportChemkin(text);
     ASSERT_TRUE(r.succeeded()) << allMessages(r);
     ASSERT_EQ(r.reactions.size(), 5u);
-    const auto& a = r.reactions[0].ints;
+    const auto &a = r.reactions[0].ints;
     // 2O -> two reactant slots; species numbers in declaration order from 1.
     EXPECT_EQ(a[1], 2);
     EXPECT_EQ(a[2], 2);
@@ -200,7 +202,7 @@ TEST(ChemkinImport, RecordsOfThirdBodyFalloffAndColliderReactions)
     EXPECT_DOUBLE_EQ(r.reactions[0].reals[14], 0.83);
     EXPECT_EQ(a[slot::Reversible], 1);
 
-    const auto& f = r.reactions[1];
+    const auto &f = r.reactions[1];
     EXPECT_EQ(f.ints[slot::ThirdBodyKind], 1);
     EXPECT_EQ(f.ints[slot::HasLowLimit], 1);
     EXPECT_EQ(f.ints[slot::FalloffKind], 1);
@@ -209,7 +211,7 @@ TEST(ChemkinImport, RecordsOfThirdBodyFalloffAndColliderReactions)
     EXPECT_DOUBLE_EQ(f.reals[10], 5182.0);
     EXPECT_EQ(f.text, "2OH (+M) <=> H2O2 (+M)");
 
-    const auto& c = r.reactions[2];
+    const auto &c = r.reactions[2];
     EXPECT_EQ(c.ints[slot::ThirdBodyKind], 0);
     EXPECT_EQ(c.ints[slot::PartnerCount], 1);
     EXPECT_EQ(c.ints[slot::HasLowLimit], 1);
@@ -228,7 +230,7 @@ TEST(ChemkinImport, UnitKeywordsConvertToCalPerMolAndMoles)
     // 1.987204259 cal/(mol K); 1 eV per particle = 96485.33212 / 4.184 cal/mol; a bimolecular
     // A in cm^3/(molecule s) times N_A = 6.02214076E23. Tolerance 1e-12 relative.
     struct Case {
-        const char* units;
+        const char *units;
         double energy;
         double aFactor;
     };
@@ -239,14 +241,16 @@ TEST(ChemkinImport, UnitKeywordsConvertToCalPerMolAndMoles)
                           {"KELVINS", 1987.204259, 1.0},
                           {"EVOLTS", 1000.0 * 96485.33212 / 4.184, 1.0},
                           {"CAL/MOLE MOLECULES", 1000.0, 6.02214076e23}};
-    for (const Case& c : cases) {
-        auto r = ImportChemkin(mechanism("H+O2=O+OH 2.0 0.5 1000.0\nH+O2+M=O+OH+M 2.0 0 1000\n", c.units));
+    for (const Case &c : cases) {
+        auto r = ImportChemkin(
+            mechanism("H+O2=O+OH 2.0 0.5 1000.0\nH+O2+M=O+OH+M 2.0 0 1000\n", c.units));
         ASSERT_TRUE(r.succeeded()) << c.units;
         EXPECT_NEAR(r.reactions[0].reals[3], c.energy, 1e-12 * c.energy) << c.units;
         EXPECT_NEAR(r.reactions[0].reals[1], 2.0 * c.aFactor, 1e-12 * 2.0 * c.aFactor) << c.units;
         // Termolecular with +M: order 3, so A scales with N_A^2.
         EXPECT_NEAR(r.reactions[1].reals[1], 2.0 * c.aFactor * c.aFactor,
-                    1e-12 * 2.0 * c.aFactor * c.aFactor) << c.units;
+                    1e-12 * 2.0 * c.aFactor * c.aFactor)
+            << c.units;
         EXPECT_DOUBLE_EQ(r.reactions[0].reals[2], 0.5);
     }
     EXPECT_FALSE(ImportChemkin(mechanism("H+O2=O+OH 2.0 0.5 1000.0\n", "FURLONGS")).succeeded());
@@ -262,8 +266,8 @@ TEST(ChemkinImport, RevIsSplitIntoForwardAndReverse)
     EXPECT_EQ(r.revSplitCount, 1);
     EXPECT_EQ(r.revZeroCount, 1);
     ASSERT_EQ(r.reactions.size(), 4u);
-    const auto& fwd = r.reactions[0];
-    const auto& rev = r.reactions[1];
+    const auto &fwd = r.reactions[0];
+    const auto &rev = r.reactions[1];
     EXPECT_EQ(fwd.ints[slot::Reversible], 0);
     EXPECT_EQ(rev.ints[slot::Reversible], 0);
     EXPECT_EQ(rev.ints[1], fwd.ints[4]);
@@ -292,7 +296,8 @@ TEST(ChemkinImport, WhatTheFormatCannotHoldIsRefusedPerReactionOrDropped)
     EXPECT_TRUE(hasMessage(refused, ImportSeverity::Refusal, "PLOG", 40));
     EXPECT_TRUE(hasMessage(refused, ImportSeverity::Refusal, "more than 3 reactant molecules", 43));
     EXPECT_TRUE(hasMessage(refused, ImportSeverity::Refusal, "FORD", 44));
-    EXPECT_TRUE(hasMessage(refused, ImportSeverity::Refusal, "non-integer coefficient of 'H2'", 48));
+    EXPECT_TRUE(
+        hasMessage(refused, ImportSeverity::Refusal, "non-integer coefficient of 'H2'", 48));
     EXPECT_FALSE(hasMessage(refused, ImportSeverity::Refusal, "H+O+M"));
 
     ChemkinOptions skip;
@@ -312,7 +317,8 @@ TEST(ChemkinImport, WhatTheFormatCannotHoldIsRefusedPerReactionOrDropped)
                  thermoEntry("ABCDEFGHIJKLMNOPQ", "H   1") + thermoEntry("X1", "H   1") +
                      thermoEntry("X2", "H   1") + thermoEntry("X3", "H   1") + "END\nREACTIONS");
     auto tooMany = ImportChemkin(many);
-    EXPECT_TRUE(hasMessage(tooMany, ImportSeverity::Refusal, "more than 10 third-body efficiencies"));
+    EXPECT_TRUE(
+        hasMessage(tooMany, ImportSeverity::Refusal, "more than 10 third-body efficiencies"));
     EXPECT_TRUE(hasMessage(tooMany, ImportSeverity::Refusal,
                            "Species 'ABCDEFGHIJKLMNOPQ': its name is over 16 characters"));
 }
@@ -323,7 +329,8 @@ TEST(ChemkinImport, BrokenMechanismsGiveErrorsWithLineNumbers)
     EXPECT_TRUE(hasMessage(noLow, ImportSeverity::Error, "implies pressure dependence", 39));
     auto undeclared = ImportChemkin(mechanism("H+O2<=>O+OH 1 0 0\nO+OH=>H+O2 1 0 0\n"));
     EXPECT_TRUE(hasMessage(undeclared, ImportSeverity::Error, "not marked DUPLICATE", 40));
-    auto declared = ImportChemkin(mechanism("H+O2<=>O+OH 1 0 0\nDUP\nO+OH=>H+O2 1 0 0\nDUPLICATE\n"));
+    auto declared =
+        ImportChemkin(mechanism("H+O2<=>O+OH 1 0 0\nDUP\nO+OH=>H+O2 1 0 0\nDUPLICATE\n"));
     EXPECT_TRUE(declared.succeeded());
     auto unknown = ImportChemkin(mechanism("H+CH4<=>H2+CH3 1 0 0\n"));
     EXPECT_TRUE(hasMessage(unknown, ImportSeverity::Error, "cannot be read as species", 39));
@@ -351,7 +358,8 @@ TEST(ChemkinImport, MessyTextSectionsAndThermoPrecedence)
     // sections, repeated species, a repeated thermo entry, and a separate thermo file that
     // the mechanism's own THERMO section overrides for O.
     std::string text = "elem H O AR\r\nspec H O OH H2 O2 H2O AR H ! \x96 repeat\r\n"
-                       "thermo\r\n" + thermoEntry("O", "O   1", 5.0) + thermoEntry("O", "O   1", 9.0) +
+                       "thermo\r\n" +
+                       thermoEntry("O", "O   1", 5.0) + thermoEntry("O", "O   1", 9.0) +
                        "reactions\r\nH\t+ O2\t<=> O + OH   1.0E14 0 16000 ! \x96\r\n";
     std::string separate = simpleThermo();
     auto r = ImportChemkin(text, separate);

@@ -16,13 +16,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path shared(const std::string& folder, const std::string& file)
+fs::path shared(const std::string &folder, const std::string &file)
 {
     return fs::path(ZARVION_SHARED_DIR) / "mechanisms" / folder / file;
 }
 
-ChemkinImport import(const std::string& folder, const std::string& chem,
-                     const std::string& therm = "", bool skip = false)
+ChemkinImport import(const std::string &folder, const std::string &chem,
+                     const std::string &therm = "", bool skip = false)
 {
     ChemkinOptions options;
     options.skipUnsupported = skip;
@@ -31,9 +31,9 @@ ChemkinImport import(const std::string& folder, const std::string& chem,
     return ImportChemkinFiles(shared(folder, chem), thermo, options);
 }
 
-std::string firstProblem(const ChemkinImport& r)
+std::string firstProblem(const ChemkinImport &r)
 {
-    for (const auto& m : r.messages) {
+    for (const auto &m : r.messages) {
         if (m.severity == ImportSeverity::Error || m.severity == ImportSeverity::Refusal) {
             return FormatImportMessage(m);
         }
@@ -41,10 +41,10 @@ std::string firstProblem(const ChemkinImport& r)
     return {};
 }
 
-int countWith(const ChemkinImport& r, ImportSeverity severity, const std::string& part)
+int countWith(const ChemkinImport &r, ImportSeverity severity, const std::string &part)
 {
     int n = 0;
-    for (const auto& m : r.messages) {
+    for (const auto &m : r.messages) {
         n += m.severity == severity && m.text.find(part) != std::string::npos;
     }
     return n;
@@ -63,9 +63,9 @@ protected:
 TEST_F(SharedMechanisms, GoodMechanismsImportWhole)
 {
     struct Case {
-        const char* folder;
-        const char* chem;
-        const char* therm;
+        const char *folder;
+        const char *chem;
+        const char *therm;
         std::size_t species;
         std::size_t reactions;
     };
@@ -74,7 +74,7 @@ TEST_F(SharedMechanisms, GoodMechanismsImportWhole)
         {"h2o2", "h2o2.inp", "", 9, 28},
         {"usc-mech-ii", "USC_Mech_ver_II.txt", "thermdat.txt", 111, 784},
     };
-    for (const Case& c : cases) {
+    for (const Case &c : cases) {
         auto r = import(c.folder, c.chem, c.therm);
         EXPECT_TRUE(r.succeeded()) << c.folder << ": " << firstProblem(r);
         EXPECT_EQ(r.species.size(), c.species) << c.folder;
@@ -89,7 +89,7 @@ TEST_F(SharedMechanisms, GriMechRecordsAndRoundTrip)
     ASSERT_TRUE(r.succeeded()) << firstProblem(r);
     // Reaction 1 of GRI-Mech 3.0: 2O+M<=>O2+M, A 1.2E17, n -1, partners H2 2.4, H2O 15.4,
     // CH4 2, CO 1.75, CO2 3.6, C2H6 3, AR 0.83.
-    const auto& first = r.reactions[0];
+    const auto &first = r.reactions[0];
     EXPECT_EQ(first.ints[slot::ThirdBodyKind], 2);
     EXPECT_EQ(first.ints[slot::PartnerCount], 7);
     EXPECT_DOUBLE_EQ(first.reals[18], 0.83);
@@ -97,10 +97,12 @@ TEST_F(SharedMechanisms, GriMechRecordsAndRoundTrip)
     EXPECT_DOUBLE_EQ(first.reals[13], 15.4);
     // The most partners: O+CO(+M)<=>CO2(+M) with 8, Lindemann (no TROE).
     int mostPartners = 0;
-    for (const auto& rec : r.reactions) mostPartners = std::max(mostPartners, rec.ints[slot::PartnerCount]);
+    for (const auto &rec : r.reactions)
+        mostPartners = std::max(mostPartners, rec.ints[slot::PartnerCount]);
     EXPECT_EQ(mostPartners, 8);
     // Molecular weight of CH4 from standard atomic weights: 12.011 + 4 x 1.008 = 16.043.
-    auto ch4 = std::find_if(r.species.begin(), r.species.end(), [](auto& s) { return s.name == "CH4"; });
+    auto ch4 =
+        std::find_if(r.species.begin(), r.species.end(), [](auto &s) { return s.name == "CH4"; });
     ASSERT_NE(ch4, r.species.end());
     EXPECT_NEAR(ch4->thermo[15], 16.043, 1e-12);
 
@@ -139,10 +141,12 @@ TEST_F(SharedMechanisms, LlnlHeptaneSplitsItsRevReactions)
 
 TEST_F(SharedMechanisms, AramcoImportsWithItsPlogReactionsListed)
 {
-    auto refused = import("aramcomech-1.3", "AramcoMech_1.3_C4_chem.dat", "AramcoMech_1.3_therm.dat");
+    auto refused =
+        import("aramcomech-1.3", "AramcoMech_1.3_C4_chem.dat", "AramcoMech_1.3_therm.dat");
     EXPECT_FALSE(refused.succeeded());
     EXPECT_EQ(refused.count(ImportSeverity::Refusal), 79);
-    auto r = import("aramcomech-1.3", "AramcoMech_1.3_C4_chem.dat", "AramcoMech_1.3_therm.dat", true);
+    auto r =
+        import("aramcomech-1.3", "AramcoMech_1.3_C4_chem.dat", "AramcoMech_1.3_therm.dat", true);
     ASSERT_TRUE(r.succeeded()) << firstProblem(r);
     EXPECT_EQ(r.species.size(), 253u);
     EXPECT_EQ(r.count(ImportSeverity::Dropped), 79);
@@ -157,13 +161,15 @@ TEST_F(SharedMechanisms, SyntheticInputsImportAsExpected)
     EXPECT_EQ(names.species.size(), 10u);
     EXPECT_EQ(names.reactions.size(), 13u);
 
-    auto third = import("cantera-explicit-third-bodies", "explicit-third-bodies.inp", "dummy-thermo.dat");
+    auto third =
+        import("cantera-explicit-third-bodies", "explicit-third-bodies.inp", "dummy-thermo.dat");
     EXPECT_TRUE(third.succeeded()) << firstProblem(third);
     ASSERT_EQ(third.reactions.size(), 5u);
     EXPECT_EQ(third.reactions[4].ints[slot::PartnerCount], 1); // (+SP)X)
     EXPECT_EQ(third.reactions[4].ints[slot::ThirdBodyKind], 0);
 
-    auto rev = import("cantera-explicit-reverse-rate", "explicit-reverse-rate.inp", "dummy-thermo.dat");
+    auto rev =
+        import("cantera-explicit-reverse-rate", "explicit-reverse-rate.inp", "dummy-thermo.dat");
     EXPECT_TRUE(rev.succeeded()) << firstProblem(rev);
     EXPECT_EQ(rev.reactions.size(), 5u);
     EXPECT_EQ(rev.revZeroCount, 1);
@@ -178,7 +184,7 @@ TEST_F(SharedMechanisms, SyntheticInputsImportAsExpected)
     ASSERT_EQ(photo.reactions.size(), 1u);
     EXPECT_EQ(photo.reactions[0].ints[slot::Reversible], -1);
 
-    for (const char* folder : {"cantera-unterminated-sections", "cantera-unterminated-sections2"}) {
+    for (const char *folder : {"cantera-unterminated-sections", "cantera-unterminated-sections2"}) {
         auto r = import(folder, std::string(folder).substr(8) + ".inp");
         EXPECT_TRUE(r.succeeded()) << folder << ": " << firstProblem(r);
         EXPECT_EQ(r.species.size(), 3u) << folder;
@@ -211,18 +217,21 @@ TEST_F(SharedMechanisms, SyntheticInputsImportAsExpected)
 TEST_F(SharedMechanisms, BrokenOrUnsupportedInputsGiveClearMessages)
 {
     auto missing = import("cantera-h2o2-missing-thermo", "h2o2_missingThermo.inp");
-    EXPECT_EQ(countWith(missing, ImportSeverity::Error, "No thermo data found for species 'H2'"), 1);
+    EXPECT_EQ(countWith(missing, ImportSeverity::Error, "No thermo data found for species 'H2'"),
+              1);
 
     auto falloff = import("cantera-falloff-error", "falloff-error.inp", "dummy-thermo.dat");
     EXPECT_EQ(countWith(falloff, ImportSeverity::Error, "implies pressure dependence"), 1);
 
-    auto mismatch = import("cantera-mismatched-third-body", "mismatched-third-body.inp", "gri30_thermo.dat");
-    EXPECT_EQ(countWith(mismatch, ImportSeverity::Error, "Third bodies do not match: 'M' and 'AR'"), 1);
+    auto mismatch =
+        import("cantera-mismatched-third-body", "mismatched-third-body.inp", "gri30_thermo.dat");
+    EXPECT_EQ(countWith(mismatch, ImportSeverity::Error, "Third bodies do not match: 'M' and 'AR'"),
+              1);
 
-    auto dup = import("cantera-undeclared-duplicate-reactions", "undeclared-duplicate-reactions.inp",
-                      "dummy-thermo.dat");
+    auto dup = import("cantera-undeclared-duplicate-reactions",
+                      "undeclared-duplicate-reactions.inp", "dummy-thermo.dat");
     ASSERT_EQ(countWith(dup, ImportSeverity::Error, "not marked DUPLICATE"), 1);
-    for (const auto& m : dup.messages) {
+    for (const auto &m : dup.messages) {
         if (m.severity == ImportSeverity::Error) {
             EXPECT_EQ(m.line, 14);
             EXPECT_NE(m.text.find("line 12"), std::string::npos);
@@ -237,13 +246,16 @@ TEST_F(SharedMechanisms, BrokenOrUnsupportedInputsGiveClearMessages)
     auto thermo = import("cantera-duplicate-thermo", "duplicate-thermo.inp");
     EXPECT_TRUE(thermo.succeeded()) << firstProblem(thermo);
     EXPECT_EQ(thermo.species.size(), 4u);
-    EXPECT_EQ(countWith(thermo, ImportSeverity::Warning, "Further thermo entry for species 'bar'"), 1);
+    EXPECT_EQ(countWith(thermo, ImportSeverity::Warning, "Further thermo entry for species 'bar'"),
+              1);
 
-    auto high = import("cantera-chemically-activated-reaction", "chemically-activated-reaction.inp");
+    auto high =
+        import("cantera-chemically-activated-reaction", "chemically-activated-reaction.inp");
     EXPECT_EQ(countWith(high, ImportSeverity::Refusal, "HIGH"), 1);
     auto stoich = import("cantera-float-stoich", "float-stoich.inp", "dummy-thermo.dat");
     EXPECT_EQ(countWith(stoich, ImportSeverity::Refusal, "non-integer coefficient"), 2);
-    auto ford = import("cantera-explicit-forward-order", "explicit-forward-order.inp", "dummy-thermo.dat");
+    auto ford =
+        import("cantera-explicit-forward-order", "explicit-forward-order.inp", "dummy-thermo.dat");
     EXPECT_EQ(countWith(ford, ImportSeverity::Refusal, "FORD"), 3);
     auto pdep = import("cantera-pdep-test", "pdep-test.inp");
     EXPECT_EQ(countWith(pdep, ImportSeverity::Refusal, "PLOG"), 4);

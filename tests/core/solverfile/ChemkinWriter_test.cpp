@@ -21,9 +21,10 @@ std::string pad(std::string s, std::size_t n)
     return s;
 }
 
-std::string entry(const std::string& name, const std::string& elements, double scale)
+std::string entry(const std::string &name, const std::string &elements, double scale)
 {
-    std::string l1 = pad(pad(name, 24) + pad(elements, 20) + "G   200.000  3500.000  1000.000", 79) + "1\n";
+    std::string l1 =
+        pad(pad(name, 24) + pad(elements, 20) + "G   200.000  3500.000  1000.000", 79) + "1\n";
     std::string l[3];
     for (int k = 1; k <= 14; ++k) {
         char buf[32];
@@ -33,7 +34,7 @@ std::string entry(const std::string& name, const std::string& elements, double s
     return l1 + pad(l[0], 79) + "2\n" + pad(l[1], 79) + "3\n" + pad(l[2], 79) + "4\n";
 }
 
-const char* const Reactions =
+const char *const Reactions =
     "REACTIONS\n"
     "2O+M<=>O2+M  1.2E17 -1.0 0.0\nH2/2.4/ H2O/15.4/ AR/ .83/\n"
     "2OH(+M)<=>H2O2(+M) 7.4E13 -0.37 0.0\n LOW / 2.3E18 -0.9 -1700.0/\n"
@@ -46,13 +47,12 @@ const char* const Reactions =
 
 ChemkinImport smallMechanism()
 {
-    std::string text = "ELEMENTS H O AR END\nSPECIES H O OH H2 O2 H2O AR HO2 H2O2 R1 END\nTHERMO\n" +
-                       entry("H", "H   1", 2.5) + entry("O", "O   1", 3.0) +
-                       entry("OH", "O   1H   1", 3.5) + entry("H2", "H   2", -4.0) +
-                       entry("O2", "O   2", 1.25) + entry("H2O", "H   2O   1", 7.0) +
-                       entry("AR", "AR  1", 2.0) + entry("HO2", "H   1O   2", 9.0) +
-                       entry("H2O2", "H   2O   2", 1.5) + entry("R1", "H   1O   1", 1.0) + "END\n" +
-                       Reactions;
+    std::string text =
+        "ELEMENTS H O AR END\nSPECIES H O OH H2 O2 H2O AR HO2 H2O2 R1 END\nTHERMO\n" +
+        entry("H", "H   1", 2.5) + entry("O", "O   1", 3.0) + entry("OH", "O   1H   1", 3.5) +
+        entry("H2", "H   2", -4.0) + entry("O2", "O   2", 1.25) + entry("H2O", "H   2O   1", 7.0) +
+        entry("AR", "AR  1", 2.0) + entry("HO2", "H   1O   2", 9.0) +
+        entry("H2O2", "H   2O   2", 1.5) + entry("R1", "H   1O   1", 1.0) + "END\n" + Reactions;
     return ImportChemkin(text, std::nullopt);
 }
 
@@ -74,7 +74,8 @@ TEST(ChemkinWriter, HeaderSpeciesAndReactionLinesHaveTheFixedLayout)
     auto lines = BuildSolverFileLines(mech, ignitionProblem(), {"m.inp", ""});
     ASSERT_GT(lines.size(), 34u);
     std::string magic = lines[0].substr(0, 16);
-    for (char& c : magic) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    for (char &c : magic)
+        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
     EXPECT_EQ(magic, "!$ZARVION SOLVER");
     EXPECT_EQ(lines[9], " 10 !Species");
     EXPECT_EQ(lines[10], " 7 !Reactions"); // 6 equations, one REV split in two
@@ -91,7 +92,7 @@ TEST(ChemkinWriter, HeaderSpeciesAndReactionLinesHaveTheFixedLayout)
     EXPECT_EQ(lines[33], "THERMO");
 
     // Species 6 (H2O): number, name at 7-23, formula at 24-45, limits, fraction at 75-84.
-    const std::string& h2o = lines[34 + 4 * 5];
+    const std::string &h2o = lines[34 + 4 * 5];
     ASSERT_EQ(h2o.size(), 84u);
     EXPECT_EQ(h2o.substr(0, 6), " 6    ");
     EXPECT_EQ(h2o.substr(6, 17), pad("H2O", 17));
@@ -100,7 +101,7 @@ TEST(ChemkinWriter, HeaderSpeciesAndReactionLinesHaveTheFixedLayout)
     EXPECT_EQ(h2o.substr(56, 8), " 3500.00");
     EXPECT_EQ(h2o.substr(65, 8), " 1000.00");
     EXPECT_EQ(h2o.substr(74), pad("0", 10));
-    const std::string& h2 = lines[34 + 4 * 3];
+    const std::string &h2 = lines[34 + 4 * 3];
     EXPECT_EQ(h2.substr(74), pad("2.000E+00", 10));
     // Line 4: coefficients 11-14 and the molecular weight in columns 61-75.
     EXPECT_EQ(lines[34 + 4 * 5 + 3].substr(60, 15), " 1.80150000E+01"); // 2 x 1.008 + 15.999
@@ -110,11 +111,16 @@ TEST(ChemkinWriter, HeaderSpeciesAndReactionLinesHaveTheFixedLayout)
     std::size_t r = 34 + 4 * 10 + 3;
     EXPECT_EQ(lines[r - 1], "REACTIONS");
     EXPECT_EQ(lines[r], " 1    2O + M <=> O2 + M");
-    EXPECT_EQ(lines[r + 1], "      2   2   0   5   0   0   0   0   0   2   1   2   3   0   0   1   ");
+    EXPECT_EQ(lines[r + 1],
+              "      2   2   0   5   0   0   0   0   0   2   1   2   3   0   0   1   ");
     EXPECT_EQ(lines[r + 2], "       1.20000000E+17-1.00000000E+00 0.00000000E+00");
     EXPECT_EQ(lines[r + 3].substr(0, 30), "      H2      H2O     AR      ");
-    EXPECT_EQ(lines[r + 4], "             4       6       7       0       0       0       0       0       0       0");
-    EXPECT_EQ(lines[r + 5], "        2.4000 15.4000  0.8300      0.      0.      0.      0.      0.      0.      0.");
+    EXPECT_EQ(
+        lines[r + 4],
+        "             4       6       7       0       0       0       0       0       0       0");
+    EXPECT_EQ(
+        lines[r + 5],
+        "        2.4000 15.4000  0.8300      0.      0.      0.      0.      0.      0.      0.");
     EXPECT_EQ(lines[r + 6].substr(0, 6), " 2    ");
     EXPECT_EQ(lines[r + 9], "LOW    2.30000000E+18-9.00000000E-01-1.70000000E+03");
     EXPECT_EQ(lines[r + 10].substr(0, 6), "TROE  ");
@@ -159,7 +165,8 @@ TEST(ChemkinWriter, WrittenFileReadsBackWithTheSameNumbers)
     // The photon reaction is marked as naming a participant that is no species.
     EXPECT_EQ(back.reactions[6].ints[slot::Reversible], -1);
     std::string text = " " + back.reactions[6].text + " ";
-    for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    for (char &c : text)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     EXPECT_NE(text.find(" hv "), std::string::npos) << text;
 }
 
