@@ -82,6 +82,7 @@ TEST(IsSolverFile, ConstantVolumeRefusedWithPathBehindEmptyLine)
         EXPECT_EQ(check.message.title, "ZARVION");
     }
     // Modes other than 2 and 3 pass, whatever they mean.
+    EXPECT_TRUE(IsSolverFile(dataFile("toy_constant_temperature.txt")).Accepted);
     ScratchDir dir("modes");
     for (const char* mode : {" 0 !Constant Temperature", " 7 !odd", "1!Temperature Equation"}) {
         const SolverFileCheck check = IsSolverFile(editedCopy(dir, "toy_mechanism.txt", 15, mode));
