@@ -2,11 +2,9 @@
 
 #include "CliCommand.h"
 
-#include "postprocessor/ResultsReader.h"
 #include "reduction/ReductionSetup.h"
 #include "shell/Error.h"
 #include "shell/TextFormat.h"
-#include "solverfile/SolverFileChecks.h"
 
 #include <iostream>
 #include <map>
@@ -43,23 +41,10 @@ int runReduce(const ReduceArguments& args)
     ReductionSetup setup;
     setup.SourcePath = args.source;
     setup.reducedPathText = args.output;
-    if (auto r = CheckPreparePaths(setup); !r.empty()) {
-        throw CommandFailure{r.message.text};
+    postprocessor::ResultSet results;
+    if (auto r = Prepare(setup, results); !r.refusal.empty()) {
+        throw CommandFailure{r.refusal.message.text};
     }
-    bool failed = false;
-    shell::Message message;
-    solverfile::CheckResultsPresent(args.source, failed, message);
-    if (failed) {
-        throw CommandFailure{message.text};
-    }
-    postprocessor::ReadOutcome outcome;
-    const postprocessor::ResultSet results = postprocessor::OPEN_Rich(
-        args.source, postprocessor::ReaderForm::SOL_RESX, {}, outcome);
-    if (outcome.failed) {
-        throw CommandFailure{outcome.message.text};
-    }
-    PrepData(results, args.source, setup);
-    setup.reducedPathText = args.output;
 
     if (!args.targets.empty()) {
         for (auto& row : setup.SpeciesTable) {
@@ -108,6 +93,9 @@ int runReduce(const ReduceArguments& args)
         ReduceMechanism(tables, results, args.source, request, {}, shell::Now());
     if (run.failed) {
         throw CommandFailure{"the concentrations of the first result row cannot be computed"};
+    }
+    for (const auto& fault : run.reported) {
+        std::cerr << fault << "\n";
     }
     for (const auto& m : run.messages) {
         std::cout << Plain(m.text) << "\n";

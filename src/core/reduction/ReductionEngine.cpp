@@ -226,10 +226,14 @@ ReductionOutcome ReduceMechanism(ReductionTables& t, const postprocessor::Result
         if (row > lastRow) {
             throw Error("reduction: result row " + std::to_string(row) + " does not exist");
         }
-        ShowReac(-2, row, t, results, ws);
+        if (auto fault = ShowReac(-2, row, t, results, ws); !fault.empty()) {
+            outcome.reported.push_back(std::move(fault));
+        }
         if (request.temperatureParameter >= 0) {
             t.TemperatureIsTarget = true;
-            ShowReac(-3, row, t, results, ws);
+            if (auto fault = ShowReac(-3, row, t, results, ws); !fault.empty()) {
+                outcome.reported.push_back(std::move(fault));
+            }
         }
         // The third bodies are ranked at the first result row, whichever row is analysed.
         if (!FirstRowConcentrations(t, results)) {

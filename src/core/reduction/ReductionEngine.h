@@ -54,6 +54,9 @@ struct ReductionOutcome {
     bool cancelled = false;
     bool failed = false; //!< the concentrations could not be computed: nothing written, no word
     int rowsAnalysed = 0;
+    //! Faults of the rate evaluation at some row, for the common reporter; the run went on
+    //! with the tables as they stood.
+    std::vector<std::string> reported;
 };
 
 //! `ShowReac` for kinds -2 (halved net rates over density into RateTable) and -3 (halved

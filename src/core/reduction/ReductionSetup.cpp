@@ -2,6 +2,7 @@
 
 #include <fstream>
 
+#include "postprocessor/ResultsReader.h"
 #include "shell/AtomicFile.h"
 #include "shell/Error.h"
 #include "shell/TextFile.h"
@@ -151,6 +152,33 @@ SetupRefusal CheckPreparePaths(const ReductionSetup& setup)
     if (!m.empty()) {
         return {m, 5, 0};
     }
+    return {};
+}
+
+PrepareRefusal Prepare(ReductionSetup& setup, postprocessor::ResultSet& results)
+{
+    results = postprocessor::ResultSet{};
+    if (auto r = CheckPreparePaths(setup); !r.empty()) {
+        return {r, false};
+    }
+    bool failed = false;
+    shell::Message message;
+    solverfile::CheckResultsPresent(setup.SourcePath, failed, message);
+    if (failed) {
+        message.style = shell::StyleWarning;
+        message.title = shell::DefaultTitle;
+        return {{message, -1, 0}, false};
+    }
+    postprocessor::ReadOutcome outcome;
+    postprocessor::ResultSet read = postprocessor::OPEN_Rich(
+        setup.SourcePath, postprocessor::ReaderForm::SOL_RESX, {}, outcome);
+    if (outcome.failed) {
+        return {{outcome.message, -1, 0}, outcome.viaReportError};
+    }
+    const std::string reduced = setup.reducedPathText;
+    PrepData(read, setup.SourcePath, setup);
+    setup.reducedPathText = reduced;
+    results = std::move(read);
     return {};
 }
 

@@ -65,6 +65,16 @@ shell::Message TestRedFile(const std::filesystem::path& path);
 //! reduced path.
 SetupRefusal CheckPreparePaths(const ReductionSetup& setup);
 
+//! Prepare, steps 1 to 6: the path checks, the check for results, the results read as the
+//! solver results window reads them, then `PrepData`. On refusal results is left empty and
+//! the refusal names the field to select (a refusal of the results reader has field -1 and,
+//! when viaReportError is set, goes through the common reporter).
+struct PrepareRefusal {
+    SetupRefusal refusal;
+    bool viaReportError = false;
+};
+PrepareRefusal Prepare(ReductionSetup& setup, postprocessor::ResultSet& results);
+
 //! The start sequence's reading of the settings (interval, temperature, non-target
 //! parameter, targets, reduced path) into a request; the texts are written back as Start does.
 //! The table checks come first. stepCount is RowCount - 1.

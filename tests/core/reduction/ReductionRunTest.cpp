@@ -100,6 +100,30 @@ TEST_F(ReductionRunTest, FullRunWritesAFileThatReadsAndChecksAgain)
                          "Others 3.000E-01");
 }
 
+TEST_F(ReductionRunTest, PrepareChecksTheSourceAndLoadsIt)
+{
+    ReductionSetup setup;
+    setup.SourcePath = source.string();
+    setup.reducedPathText = (dir / "out.txt").string();
+    postprocessor::ResultSet loaded;
+    PrepareRefusal r = Prepare(setup, loaded);
+    ASSERT_TRUE(r.refusal.empty()) << r.refusal.message.text;
+    EXPECT_EQ(loaded.rowCount, 6);
+    EXPECT_EQ(setup.SpeciesTable.size(), 9U);
+    EXPECT_EQ(setup.SpeciesTable[6].parameter, "0.1"); // AR is present at the start
+    EXPECT_EQ(setup.reducedPathText, (dir / "out.txt").string());
+
+    // a file without results: the check's message, nothing loaded
+    const auto bare = dir / "bare.txt";
+    WriteLines(bare, SolverFileLines({}, SmallSpecies(), SmallReactions()));
+    setup.SourcePath = bare.string();
+    r = Prepare(setup, loaded);
+    EXPECT_EQ(r.refusal.message.text,
+              "In the file '" + bare.string() + "', results of calculation are not found.");
+    EXPECT_EQ(r.refusal.message.style, 48);
+    EXPECT_EQ(loaded.rowCount, 0);
+}
+
 TEST_F(ReductionRunTest, EdgeRunsOfTheEngine)
 {
     // one species target at 1 and nothing else: one species, no reaction, still a file
