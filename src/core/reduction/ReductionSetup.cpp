@@ -212,7 +212,11 @@ SetupRefusal BuildRequest(ReductionSetup& setup, ReductionRequest& request)
     request.temperatureParameter =
         setup.temperatureText.empty() ? -1.0 : *shell::ToDouble(setup.temperatureText);
     setup.nonTargetText = Trim(setup.nonTargetText);
-    request.nonTargetParameter = *shell::ToDouble(setup.nonTargetText);
+    const auto others = shell::ToDouble(setup.nonTargetText);
+    if (!others) {
+        return Refuse(NonTargetMessage, 1); // blanks only: no number to read
+    }
+    request.nonTargetParameter = *others;
     setup.nonTargetText = shell::ShortestText(request.nonTargetParameter);
     for (std::size_t i = 0; i < setup.SpeciesTable.size(); ++i) {
         const std::string p = Trim(setup.SpeciesTable[i].parameter);

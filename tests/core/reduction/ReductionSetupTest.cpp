@@ -149,6 +149,9 @@ TEST_F(ReductionSetupTest, StartReadsAndWritesBackTheSettings)
         EXPECT_EQ(r.field, 2);
     }
     setup.intervalText = "1";
+    setup.nonTargetText = "  ";
+    EXPECT_EQ(BuildRequest(setup, q).field, 1);
+    setup.nonTargetText = "0.3";
     setup.reducedPathText = (dir / "red.PG").string();
     EXPECT_EQ(BuildRequest(setup, q).message.text,
               "Reduced file, the specified Path/File name cannot be accessed or is invalid.");
