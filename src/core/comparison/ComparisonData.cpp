@@ -104,10 +104,12 @@ shell::Message OpenFile(const std::filesystem::path& path, int n, ComparisonFile
 void ReadSpecies(ComparisonFile& file)
 {
     file.Tolerance = shell::LeadingValue(ExtractVal(LineAt(file, 24), "!"));
-    file.speciesCount = static_cast<int>(shell::LeadingValue(ExtractVal(LineAt(file, 10), "!")));
-    if (file.speciesCount < 0) {
-        throw Error("'" + file.path + "': negative species count");
+    const double count = shell::LeadingValue(ExtractVal(LineAt(file, 10), "!"));
+    // The species records must fit in the file before anything is sized by the count.
+    if (!(count >= 0) || 35 + 4 * count > static_cast<double>(file.lines.size()) + 1) {
+        throw Error("'" + file.path + "': the species count of line 10 does not fit the file");
     }
+    file.speciesCount = static_cast<int>(count);
     file.SpeciesList.assign(file.speciesCount + 1, {"", ""});
     file.MolecularWeight.assign(file.speciesCount + 1, 0.0);
     file.SpeciesList[0] = {"Temperature", "*"};
@@ -121,13 +123,13 @@ void ReadSpecies(ComparisonFile& file)
         return;
     }
     const std::vector<std::string> tokens = Tokens(targets);
-    const int count = static_cast<int>(shell::LeadingValue(tokens.front()));
-    for (int t = 1; t <= count && t < static_cast<int>(tokens.size()); ++t) {
-        const int number = static_cast<int>(shell::LeadingValue(tokens[t]));
+    const double targetCount = shell::LeadingValue(tokens.front());
+    for (int t = 1; t <= targetCount && t < static_cast<int>(tokens.size()); ++t) {
+        const double number = shell::LeadingValue(tokens[t]);
         if (number == -1) {
             file.SpeciesList[0][1] = "v";
         } else if (number >= 1 && number <= file.speciesCount) {
-            file.SpeciesList[number][1] = "v";
+            file.SpeciesList[static_cast<std::size_t>(number)][1] = "v";
         }
     }
 }

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "comparison/ComparisonData.h"
+#include "shell/Error.h"
 #include "core/reduction/SmallMechanism.h"
 
 namespace zarvion::comparison {
@@ -218,6 +219,21 @@ TEST_F(ComparisonLoadTest, PrepGridChecksBothFilesThenLoadsThem)
     EXPECT_EQ(set.MergedTable[9].name, "H2O2");
     EXPECT_EQ(set.MergedTable[9].mark2, "");
     EXPECT_EQ(set.MergedTable[8].mark2, "*");
+}
+
+TEST_F(ComparisonLoadTest, ACountThatDoesNotFitIsAFaultNotAnAllocation)
+{
+    auto lines = SolverFileLines({}, SmallSpecies(), SmallReactions(), Rows(4, 9));
+    lines[9] = " 1E+300 !Species";
+    ComparisonFile f;
+    ASSERT_TRUE(OpenFile(Write("huge.txt", lines), 1, f).empty());
+    EXPECT_THROW(ReadSpecies(f), zarvion::Error);
+    // a target count far beyond the numbers behind it reads the numbers that are there
+    lines[9] = " 9 !Species";
+    lines[11] = " 99999999999 -1 !Targets";
+    ASSERT_TRUE(OpenFile(Write("count.txt", lines), 1, f).empty());
+    ReadSpecies(f);
+    EXPECT_EQ(f.SpeciesList[0][1], "v");
 }
 
 TEST(ExtractVal, TextAheadOfTheDelimiter)
