@@ -248,6 +248,8 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
     m_expArg.assign(std::max(ns, m_nr) + 1, 0.0);
     m_expOut.assign(std::max(ns, m_nr) + 1, 0.0);
     m_expMinusG.assign(ns + 1, 1.0);
+    m_expPlusG.assign(ns + 1, 1.0);
+    m_invKc.assign(m_nr, 0.0);
     m_moleFrac.assign(ns + 1, 0.0);
     m_T = -1;
 }
@@ -320,40 +322,54 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
         }
     }
 
-    // Kc = exp(-dG/RT) / (R2 T)^(nR - nL), formed from per-species exp(-g/RT) so that a
-    // reaction costs multiplications only; a product that leaves the safe range (large g at
-    // low T) is redone with one exponential.
-    const double lnR2T = std::log(ws.m_gasConstantConc * T);
-    const double invR2T = 1.0 / (ws.m_gasConstantConc * T);
+    // Kc = exp(-dG/RT) / (R2 T)^(nR - nL) and its reciprocal (the reverse rate uses 1/Kc),
+    // formed from per-species exp(-g/RT) and exp(g/RT) so that a reaction costs
+    // multiplications only; a product that leaves the safe range (large g at low T) is redone
+    // with one exponential.
+    const double R2T = ws.m_gasConstantConc * T;
+    const double lnR2T = std::log(R2T);
+    const double invR2T = 1.0 / R2T;
     const double* g = ws.m_gOverRT.data();  // padding slot NS holds 0
     double* eg = ws.m_expMinusG.data();     // padding slot NS holds 1
+    double* egInv = ws.m_expPlusG.data();   // padding slot NS holds 1
     for (int i = 0; i < ns; ++i) arg[i] = -g[i];
     expArray(arg, eg, ns);
+    for (int i = 0; i < ns; ++i) egInv[i] = 1.0 / eg[i];
+    double* invKc = ws.m_invKc.data();
     for (int j = 0; j < nr; ++j) {
         const auto& d = ws.m_hot[j];
         if (!(d.flags & HotReversible)) {
             ws.m_kc[j] = 0;
+            invKc[j] = 0;
             continue;
         }
         const auto& p = d.products;
         const auto& r = d.reactants;
-        double kc = eg[p[0]] * eg[p[1]] * eg[p[2]] * eg[p[3]] * eg[p[4]] * eg[p[5]] /
-                    (eg[r[0]] * eg[r[1]] * eg[r[2]]);
+        double kc = eg[p[0]] * eg[p[1]] * eg[p[2]] * eg[p[3]] * eg[p[4]] * eg[p[5]] * egInv[r[0]] *
+                    egInv[r[1]] * egInv[r[2]];
+        double inv = egInv[p[0]] * egInv[p[1]] * egInv[p[2]] * egInv[p[3]] * egInv[p[4]] *
+                     egInv[p[5]] * eg[r[0]] * eg[r[1]] * eg[r[2]];
         const double dn = ws.m_dn[j];
         if (dn == 0) {
         } else if (dn == 1) {
             kc *= invR2T;
+            inv *= R2T;
         } else if (dn == -1) {
-            kc *= ws.m_gasConstantConc * T;
+            kc *= R2T;
+            inv *= invR2T;
         } else {
-            kc *= std::exp(-dn * lnR2T);
+            const double f = std::exp(-dn * lnR2T);
+            kc *= f;
+            inv /= f;
         }
         if (!(kc > 1e-280 && kc < 1e280)) {
             const double dG = g[p[0]] + g[p[1]] + g[p[2]] + g[p[3]] + g[p[4]] + g[p[5]] - g[r[0]] -
                               g[r[1]] - g[r[2]];
             kc = std::exp(-dG - dn * lnR2T);
+            inv = 1.0 / kc;
         }
         ws.m_kc[j] = kc;
+        invKc[j] = inv;
     }
     ws.m_T = T;
 }
@@ -430,7 +446,7 @@ void ComputeReactionRates(std::span<const double> concentrations, std::span<Rate
 
     const double* h = ws.m_hOverRT.data();
     const double* kInf = ws.m_kInf.data();
-    const double* kc = ws.m_kc.data();
+    const double* invKc = ws.m_invKc.data();
     const RateWorkspace::HotReaction* hot = ws.m_hot.data();
     const bool all = active.empty();
     for (int j = 0; j < nr; ++j) {
@@ -469,7 +485,7 @@ void ComputeReactionRates(std::span<const double> concentrations, std::span<Rate
         const double f = k * c[r[0]] * c[r[1]] * c[r[2]];
         double q = f;
         if (d.flags & HotReversible)
-            q -= k / kc[j] * c[p[0]] * c[p[1]] * c[p[2]] * c[p[3]] * c[p[4]] * c[p[5]];
+            q -= k * invKc[j] * c[p[0]] * c[p[1]] * c[p[2]] * c[p[3]] * c[p[4]] * c[p[5]];
         if (applySmallDifferenceCut && f != 0 && std::abs(q) < SmallDifferenceCut * std::abs(f))
             q = 0;
         rates[j] = {q, f};

@@ -153,8 +153,8 @@ private:
     std::vector<std::int32_t> m_falloffList;  // reactions with a low limit
 
     // Per-state results.
-    std::vector<double> m_hOverRT, m_cpOverR, m_sOverR, m_gOverRT, m_expMinusG;
-    std::vector<double> m_kInf, m_kc, m_k0, m_centre;
+    std::vector<double> m_hOverRT, m_cpOverR, m_sOverR, m_gOverRT, m_expMinusG, m_expPlusG;
+    std::vector<double> m_kInf, m_kc, m_k0, m_centre, m_invKc;
     std::vector<double> m_M, m_mult, m_dmdM;
     double m_ctot = 0;
     std::vector<double> m_conc;     // NS + 1 entries, last = 1 (padding slot)
