@@ -68,6 +68,19 @@ struct ProgramFolder {
         return QFileInfo(QDir(QStringLiteral(ZARVION_BIN_DIR)).filePath(QStringLiteral("zarvion-solver")))
             .isExecutable();
     }
+    //! Puts a solver in place that only waits, so that a test can stop a run that has surely
+    //! not finished.
+    void useStalledSolver() const
+    {
+        const QString target = QDir(path()).filePath(QStringLiteral("zarvion-solver"));
+        QFile::remove(target);
+        QFile script(target);
+        if (!script.open(QIODevice::WriteOnly))
+            return;
+        script.write("#!/bin/sh\nexec sleep 30\n");
+        script.close();
+        script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
     //! Copies a fixture into the folder and returns its path.
     QString copy(const QString& source, const QString& name) const
     {
