@@ -45,9 +45,9 @@ BENCHMARK(BM_ImportLlnlHeptane)->Unit(benchmark::kMillisecond);
 
 void BM_SolverFileLinesLlnlHeptane(benchmark::State& state)
 {
-    ChemkinImport result = ImportChemkin(sharedFile("llnl-nheptane-v3.1", "nc7_ver3.1_mech.txt"),
-                                         sharedFile("llnl-nheptane-v3.1",
-                                                    "n_heptane_v3.1_therm.dat.txt"));
+    ChemkinImport result =
+        ImportChemkin(sharedFile("llnl-nheptane-v3.1", "nc7_ver3.1_mech.txt"),
+                      sharedFile("llnl-nheptane-v3.1", "n_heptane_v3.1_therm.dat.txt"));
     for (auto _ : state) {
         auto lines = BuildSolverFileLines(result, ProblemSettings{}, SolverFileSource{"m", "t"});
         benchmark::DoNotOptimize(lines.data());

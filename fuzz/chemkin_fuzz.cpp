@@ -11,10 +11,10 @@
 #include <optional>
 #include <string_view>
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     using namespace zarvion::solverfile;
-    std::string_view input(reinterpret_cast<const char *>(data), size);
+    std::string_view input(reinterpret_cast<const char*>(data), size);
     std::optional<std::string_view> thermo;
     std::size_t nul = input.find('\0');
     if (nul != std::string_view::npos) {
@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         ChemkinOptions options;
         options.skipUnsupported = skip;
         ChemkinImport result = ImportChemkin(input, thermo, options);
-        for (const auto &m : result.messages) {
+        for (const auto& m : result.messages) {
             (void)FormatImportMessage(m);
         }
         if (!result.succeeded()) {

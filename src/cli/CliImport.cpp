@@ -23,7 +23,7 @@ struct ImportArguments {
     solverfile::ProblemSettings problem;
 };
 
-void printReport(const solverfile::ChemkinImport &result, std::ostream &out)
+void printReport(const solverfile::ChemkinImport& result, std::ostream& out)
 {
     using solverfile::ImportSeverity;
     out << "Species kept: " << result.species.size() << " (left out: " << result.droppedSpeciesCount
@@ -38,12 +38,12 @@ void printReport(const solverfile::ChemkinImport &result, std::ostream &out)
     out << "Warnings: " << result.count(ImportSeverity::Warning)
         << ", refusals: " << result.count(ImportSeverity::Refusal)
         << ", errors: " << result.count(ImportSeverity::Error) << "\n";
-    for (const auto &m : result.messages) {
+    for (const auto& m : result.messages) {
         out << solverfile::FormatImportMessage(m) << "\n";
     }
 }
 
-int runImport(const ImportArguments &args)
+int runImport(const ImportArguments& args)
 {
     std::optional<std::filesystem::path> thermo;
     if (!args.thermo.empty()) {
@@ -76,13 +76,13 @@ int runImport(const ImportArguments &args)
     return 0;
 }
 
-const RegisterCommand registration([](CLI::App &app, int &exitCode) {
+const RegisterCommand registration([](CLI::App& app, int& exitCode) {
     auto args = std::make_shared<ImportArguments>();
-    CLI::App *cmd = app.add_subcommand("import", "Import a CHEMKIN-II mechanism as a solver file");
+    CLI::App* cmd = app.add_subcommand("import", "Import a CHEMKIN-II mechanism as a solver file");
     cmd->add_option("mechanism", args->mechanism, "CHEMKIN mechanism file")->required();
     cmd->add_option("thermo", args->thermo, "separate thermodynamic data file");
     cmd->add_option("-o,--output", args->output, "solver file to write")->required();
-    auto &p = args->problem;
+    auto& p = args->problem;
     cmd->add_option("--pressure", p.pressureAtm, "pressure [atm]")->capture_default_str();
     cmd->add_option("--temperature", p.initialTemperature, "initial temperature [K]")
         ->capture_default_str();
@@ -108,7 +108,7 @@ const RegisterCommand registration([](CLI::App &app, int &exitCode) {
     cmd->callback([args, &exitCode] {
         try {
             exitCode = runImport(*args);
-        } catch (const zarvion::Error &e) {
+        } catch (const zarvion::Error& e) {
             throw CommandFailure{e.what()};
         }
     });

@@ -48,19 +48,19 @@ struct ThermoEntry {
 //! Parses a thermo block: optional "THERMO [ALL]" line, optional line of global temperatures
 //! (low, common, high), entries, and an optional END / ENDOFDATA. A blank common temperature
 //! takes the global one (1000 K without a global line). Faults go to `messages`.
-std::vector<ThermoEntry> ParseThermoBlock(const std::vector<SourceLine> &lines,
-                                          const std::string &file,
-                                          std::vector<ImportMessage> &messages);
+std::vector<ThermoEntry> ParseThermoBlock(const std::vector<SourceLine>& lines,
+                                          const std::string& file,
+                                          std::vector<ImportMessage>& messages);
 
 //! Species names of a mechanism with a prefix lookup for tokenising equations.
 class SpeciesTable {
 public:
-    explicit SpeciesTable(const std::vector<std::string> &names);
+    explicit SpeciesTable(const std::vector<std::string>& names);
     //! Indices (into the names) of every name that `text` starts with at `pos`, longest
     //! first. With `ignoreCase` the comparison is ASCII case-insensitive.
     void matchesAt(std::string_view text, std::size_t pos, bool ignoreCase,
-                   std::vector<int> &out) const;
-    const std::vector<std::string> &names() const { return m_names; }
+                   std::vector<int>& out) const;
+    const std::vector<std::string>& names() const { return m_names; }
 
 private:
     std::vector<std::string> m_names;
@@ -80,12 +80,13 @@ struct ParsedEquation {
     int collider = -1; //!< species of "(+X)"
     bool hvLeft = false;
     bool hvRight = false;
-    std::string error; //!< non-empty when the equation could not be read
+    bool productsWord = false; //!< "PRODUCTS" or "PROD" stands for unnamed products
+    std::string error;         //!< non-empty when the equation could not be read
 };
 
 //! Reads an equation such as "2OH(+M)<=>H2O2(+M)" or "plus+ eq=uals = plus++(Parens)".
 //! Species are matched longest first with backtracking, so names holding "+", "=", "(" or
 //! ")" are found; a blank separates two terms as "+" does ("plus+ eq=uals").
-ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable &species);
+ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable& species);
 
 } // namespace zarvion::solverfile::chemkin

@@ -32,7 +32,7 @@ bool startsWith(std::string_view text, std::size_t pos, std::string_view prefix,
 
 // One token of a successful reading.
 struct Item {
-    enum Kind { Species, ThirdM, Hv, ColliderM, ColliderSpecies, Arrow } kind;
+    enum Kind { Species, ThirdM, Hv, Products, ColliderM, ColliderSpecies, Arrow } kind;
     int species = -1;
     double coefficient = 1;
     int arrow = 0; // 0 "=", 1 "<=>", 2 "=>"
@@ -40,18 +40,18 @@ struct Item {
 
 // Backtracking reader over the equation. Blanks may stand around every token. Grammar:
 //   side  := term ("+" term)* [ "(+" (M | species) ")" ]
-//   term  := [number] (species | "M" | "HV")
+//   term  := [number] (species | "M" | "HV") | "PRODUCTS" | "PROD"  (the last two right only)
 //   eq    := side ("<=>" | "=>" | "=") side
 class EquationReader {
 public:
-    EquationReader(std::string_view text, const SpeciesTable &species, bool ignoreCase)
+    EquationReader(std::string_view text, const SpeciesTable& species, bool ignoreCase)
         : m_s(text), m_species(species), m_ignoreCase(ignoreCase)
     {
     }
 
     bool read() { return term(0, 0); }
     bool exhausted() const { return m_steps > StepLimit; }
-    const std::vector<Item> &items() const { return m_items; }
+    const std::vector<Item>& items() const { return m_items; }
 
 private:
     static constexpr long StepLimit = 200000;
@@ -147,6 +147,15 @@ private:
             }
             m_items.pop_back();
         }
+        for (std::string_view word : {std::string_view("PRODUCTS"), std::string_view("PROD")}) {
+            if (side == 1 && coefficient == 1.0 && startsWith(m_s, p, word, true)) {
+                m_items.push_back({Item::Products, -1, 1, 0});
+                if (after(p + word.size(), side)) {
+                    return true;
+                }
+                m_items.pop_back();
+            }
+        }
         return false;
     }
 
@@ -221,7 +230,7 @@ private:
     {
         static constexpr std::pair<std::string_view, int> arrows[] = {
             {"<=>", 1}, {"=>", 2}, {"=", 0}};
-        for (const auto &[text, kind] : arrows) {
+        for (const auto& [text, kind] : arrows) {
             if (startsWith(m_s, p, text, false)) {
                 m_items.push_back({Item::Arrow, -1, 1, kind});
                 if (term(p + text.size(), 1)) {
@@ -234,7 +243,7 @@ private:
     }
 
     std::string_view m_s;
-    const SpeciesTable &m_species;
+    const SpeciesTable& m_species;
     bool m_ignoreCase;
     std::vector<Item> m_items;
     long m_steps = 0;
@@ -242,7 +251,7 @@ private:
 
 } // namespace
 
-SpeciesTable::SpeciesTable(const std::vector<std::string> &names) : m_names(names)
+SpeciesTable::SpeciesTable(const std::vector<std::string>& names) : m_names(names)
 {
     for (std::size_t k = 0; k < m_names.size(); ++k) {
         if (m_names[k].empty()) {
@@ -255,22 +264,22 @@ SpeciesTable::SpeciesTable(const std::vector<std::string> &names) : m_names(name
         return m_names[static_cast<std::size_t>(a)].size() >
                m_names[static_cast<std::size_t>(b)].size();
     };
-    for (auto &[c, list] : m_byFirst) {
+    for (auto& [c, list] : m_byFirst) {
         std::stable_sort(list.begin(), list.end(), longestFirst);
     }
-    for (auto &[c, list] : m_byFirstUpper) {
+    for (auto& [c, list] : m_byFirstUpper) {
         std::stable_sort(list.begin(), list.end(), longestFirst);
     }
 }
 
 void SpeciesTable::matchesAt(std::string_view text, std::size_t pos, bool ignoreCase,
-                             std::vector<int> &out) const
+                             std::vector<int>& out) const
 {
     out.clear();
     if (pos >= text.size()) {
         return;
     }
-    const auto &index = ignoreCase ? m_byFirstUpper : m_byFirst;
+    const auto& index = ignoreCase ? m_byFirstUpper : m_byFirst;
     auto it = index.find(ignoreCase ? upper(text[pos]) : text[pos]);
     if (it == index.end()) {
         return;
@@ -282,7 +291,7 @@ void SpeciesTable::matchesAt(std::string_view text, std::size_t pos, bool ignore
     }
 }
 
-ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable &species)
+ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable& species)
 {
     ParsedEquation result;
     std::string s = TrimBlanks(equation);
@@ -305,13 +314,13 @@ ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable &spec
                            : "The equation cannot be read as species of the SPECIES list.";
         return result;
     }
-    const auto &items = usedLoose ? loose.items() : exact.items();
+    const auto& items = usedLoose ? loose.items() : exact.items();
 
     int side = 0;
     int plusM[2] = {0, 0};
     int colliders[2] = {0, 0};
     int colliderSpecies[2] = {-1, -1};
-    for (const Item &item : items) {
+    for (const Item& item : items) {
         switch (item.kind) {
         case Item::Arrow:
             side = 1;
@@ -326,6 +335,9 @@ ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable &spec
             break;
         case Item::Hv:
             (side == 0 ? result.hvLeft : result.hvRight) = true;
+            break;
+        case Item::Products:
+            result.productsWord = true;
             break;
         case Item::ColliderM:
         case Item::ColliderSpecies:
@@ -350,7 +362,8 @@ ParsedEquation ParseEquation(std::string_view equation, const SpeciesTable &spec
                        "' and '" + colliderName(colliderSpecies[1]) + "'.";
     } else if (plusM[0] && colliders[0]) {
         result.error = "The equation has both '+M' and a fall-off collider.";
-    } else if (result.reactants.empty() || (result.products.empty() && !result.hvRight)) {
+    } else if (result.reactants.empty() ||
+               (result.products.empty() && !result.hvRight && !result.productsWord)) {
         result.error = "The equation needs species on both sides.";
     }
     if (!result.error.empty()) {

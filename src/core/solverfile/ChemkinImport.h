@@ -75,17 +75,17 @@ struct ChemkinImport {
 //! section inside the mechanism takes precedence over the separate file.
 ChemkinImport ImportChemkin(std::string_view mechanismText,
                             std::optional<std::string_view> thermoText = std::nullopt,
-                            const ChemkinOptions &options = {});
+                            const ChemkinOptions& options = {});
 
 //! The same for files; throws zarvion::Error when a file cannot be read.
-ChemkinImport ImportChemkinFiles(const std::filesystem::path &mechanism,
-                                 const std::optional<std::filesystem::path> &thermo,
+ChemkinImport ImportChemkinFiles(const std::filesystem::path& mechanism,
+                                 const std::optional<std::filesystem::path>& thermo,
                                  ChemkinOptions options = {});
 
 //! Standard atomic weight [g/mol] of an element symbol (any case); nullopt if unknown.
 std::optional<double> AtomicWeight(std::string_view symbol);
 
 //! One line of report per message, "file:line: severity: text".
-std::string FormatImportMessage(const ImportMessage &message);
+std::string FormatImportMessage(const ImportMessage& message);
 
 } // namespace zarvion::solverfile

@@ -14,11 +14,11 @@ constexpr double CaloriesPerJoule = 1.0 / 4.184; // thermochemical calorie
 constexpr double GasConstantCal = 1.987204259;   // [cal/(mol K)], CODATA 2018
 constexpr double FaradayConstant = 96485.33212;  // [C/mol]: 1 eV per particle in J/mol
 
-bool isMoleculesWord(const std::string &w)
+bool isMoleculesWord(const std::string& w)
 {
     return w == "MOLECULES" || w == "MOLECULE" || w == "MOLEC" || w == "MOLEC.";
 }
-bool isMolesWord(const std::string &w)
+bool isMolesWord(const std::string& w)
 {
     return w == "MOLES" || w == "MOLE" || w == "MOL";
 }
@@ -48,7 +48,7 @@ std::optional<double> EnergyUnitFactor(std::string_view word)
     return std::nullopt;
 }
 
-ReactionBuilder::ReactionBuilder(const ChemkinOptions &options, ChemkinImport &out)
+ReactionBuilder::ReactionBuilder(const ChemkinOptions& options, ChemkinImport& out)
     : m_options(options), m_out(out)
 {
 }
@@ -59,9 +59,9 @@ void ReactionBuilder::message(ImportSeverity severity, int line, std::string tex
     m_out.messages.push_back({severity, m_options.mechanismName, line, std::move(text)});
 }
 
-void ReactionBuilder::setUnits(const std::vector<std::string> &words, int line)
+void ReactionBuilder::setUnits(const std::vector<std::string>& words, int line)
 {
-    for (const auto &word : words) {
+    for (const auto& word : words) {
         std::string w = UpperAscii(word);
         if (auto f = EnergyUnitFactor(w)) {
             m_energyFactor = *f;
@@ -78,8 +78,8 @@ void ReactionBuilder::setUnits(const std::vector<std::string> &words, int line)
 
 void ReactionBuilder::endOfSection() {}
 
-void ReactionBuilder::readLine(const std::string &text, int line,
-                               const std::vector<std::string> &species)
+void ReactionBuilder::readLine(const std::string& text, int line,
+                               const std::vector<std::string>& species)
 {
     if (!m_table) {
         m_table = std::make_unique<SpeciesTable>(species);
@@ -132,11 +132,11 @@ void ReactionBuilder::readLine(const std::string &text, int line,
                 "Auxiliary line before the first reaction: '" + text + "'.");
         return;
     }
-    Pending &r = m_pending.back();
+    Pending& r = m_pending.back();
     if (first.rfind("UNITS", 0) == 0 && (first.size() == 5 || first[5] == '/') && hasSlash) {
         std::size_t a = text.find('/');
         std::size_t b = text.rfind('/');
-        for (const auto &w :
+        for (const auto& w :
              SplitWords(text.substr(a + 1, b > a ? b - a - 1 : std::string::npos))) {
             std::string u = UpperAscii(w);
             if (auto f = EnergyUnitFactor(u)) {
@@ -182,13 +182,13 @@ void ReactionBuilder::readLine(const std::string &text, int line,
     }
 }
 
-void ReactionBuilder::auxiliary(Pending &r, const std::string &keyword, const std::string &values,
+void ReactionBuilder::auxiliary(Pending& r, const std::string& keyword, const std::string& values,
                                 int line)
 {
     std::string key = UpperAscii(keyword);
     std::vector<double> numbers;
     bool numeric = true;
-    for (const auto &w : SplitWords(values)) {
+    for (const auto& w : SplitWords(values)) {
         auto v = ParseFortranNumber(w);
         numeric = numeric && v.has_value();
         numbers.push_back(v.value_or(0));
@@ -202,7 +202,7 @@ void ReactionBuilder::auxiliary(Pending &r, const std::string &keyword, const st
         }
         return ok;
     };
-    static const char *const unsupported[] = {"PLOG",    "CHEB", "TCHEB",   "PCHEB", "FORD", "RORD",
+    static const char* const unsupported[] = {"PLOG",    "CHEB", "TCHEB",   "PCHEB", "FORD", "RORD",
                                               "LT",      "RLT",  "JAN",     "FIT1",  "TDEP", "EXCI",
                                               "USRPROG", "LANG", "COLLEFF", "MOME",  "XSMI"};
     if (key == "LOW") {
@@ -254,21 +254,21 @@ void ReactionBuilder::checkDuplicates()
     auto sideKey = [](std::vector<std::pair<int, double>> side) {
         std::sort(side.begin(), side.end());
         std::string key;
-        for (const auto &[s, c] : side)
+        for (const auto& [s, c] : side)
             key += std::to_string(s) + "x" + numberText(c) + ",";
         return key;
     };
     std::map<std::string, std::vector<std::size_t>> seen;
     std::vector<bool> matched(m_pending.size(), false);
     for (std::size_t i = 0; i < m_pending.size(); ++i) {
-        Pending &r = m_pending[i];
+        Pending& r = m_pending[i];
         if (!r.errors.empty()) continue;
         std::string third =
             std::to_string(static_cast<int>(r.eq.thirdBody)) + ":" + std::to_string(r.eq.collider);
         std::string fwd = sideKey(r.eq.reactants) + ">" + sideKey(r.eq.products) + "|" + third;
         std::string back = sideKey(r.eq.products) + ">" + sideKey(r.eq.reactants) + "|" + third;
         auto report = [&](std::size_t j) {
-            Pending &o = m_pending[j];
+            Pending& o = m_pending[j];
             if (r.duplicate && o.duplicate) {
                 matched[i] = matched[j] = true;
                 return;
@@ -284,7 +284,7 @@ void ReactionBuilder::checkDuplicates()
         seen[fwd].push_back(i);
     }
     for (std::size_t i = 0; i < m_pending.size(); ++i) {
-        const Pending &r = m_pending[i];
+        const Pending& r = m_pending[i];
         if (r.duplicate && !matched[i] && r.errors.empty()) {
             message(ImportSeverity::Warning, r.line,
                     "Reaction '" + r.equation +

@@ -21,12 +21,12 @@ int ChemkinImport::count(ImportSeverity severity) const
 {
     return static_cast<int>(
         std::count_if(messages.begin(), messages.end(),
-                      [&](const ImportMessage &m) { return m.severity == severity; }));
+                      [&](const ImportMessage& m) { return m.severity == severity; }));
 }
 
-std::string FormatImportMessage(const ImportMessage &message)
+std::string FormatImportMessage(const ImportMessage& message)
 {
-    static const char *const names[] = {"warning", "left out", "refused", "error"};
+    static const char* const names[] = {"warning", "left out", "refused", "error"};
     std::string out = message.file;
     if (message.line > 0) {
         out += ":" + std::to_string(message.line);
@@ -45,15 +45,15 @@ enum class Section { None, Elements, Species, Thermo, Reactions, Transport };
 
 // A section keyword is a whole word: its first four letters and at most the full keyword,
 // so "reaction" and "THERM" open sections and "trans_butene" does not.
-std::optional<Section> sectionOf(const std::string &word)
+std::optional<Section> sectionOf(const std::string& word)
 {
-    static const std::pair<const char *, Section> keywords[] = {
+    static const std::pair<const char*, Section> keywords[] = {
         {"ELEMENTS", Section::Elements},   {"SPECIES", Section::Species},
         {"THERMO", Section::Thermo},       {"REACTIONS", Section::Reactions},
         {"TRANSPORT", Section::Transport},
     };
     std::string w = UpperAscii(word);
-    for (const auto &[full, section] : keywords) {
+    for (const auto& [full, section] : keywords) {
         std::string_view f(full);
         if (w.size() >= 4 && w.size() <= f.size() && f.substr(0, w.size()) == w) {
             return section;
@@ -62,7 +62,7 @@ std::optional<Section> sectionOf(const std::string &word)
     return std::nullopt;
 }
 
-const char *sectionName(Section s)
+const char* sectionName(Section s)
 {
     switch (s) {
     case Section::Elements:
@@ -80,7 +80,7 @@ const char *sectionName(Section s)
     }
 }
 
-std::string stripComment(const std::string &text)
+std::string stripComment(const std::string& text)
 {
     std::size_t bang = text.find('!');
     return bang == std::string::npos ? text : text.substr(0, bang);
@@ -88,7 +88,7 @@ std::string stripComment(const std::string &text)
 
 class MechanismReader {
 public:
-    MechanismReader(const ChemkinOptions &options, ChemkinImport &out)
+    MechanismReader(const ChemkinOptions& options, ChemkinImport& out)
         : m_options(options), m_out(out), m_reactions(options, out)
     {
     }
@@ -112,19 +112,19 @@ public:
     }
 
 private:
-    void message(ImportSeverity severity, const std::string &file, int line, std::string text)
+    void message(ImportSeverity severity, const std::string& file, int line, std::string text)
     {
         m_out.messages.push_back({severity, file, line, std::move(text)});
     }
 
     void readMechanism(std::string_view text)
     {
-        const std::string &file = m_options.mechanismName;
+        const std::string& file = m_options.mechanismName;
         auto lines = SplitSourceLines(text);
         Section section = Section::None;
         std::vector<SourceLine> thermoLines;
         for (std::size_t i = 0; i < lines.size(); ++i) {
-            const SourceLine &line = lines[i];
+            const SourceLine& line = lines[i];
             std::string body = section == Section::Thermo ? line.text : stripComment(line.text);
             auto words = SplitWords(body);
             if (words.empty()) {
@@ -209,7 +209,7 @@ private:
         }
     }
 
-    void endSection(Section section, std::vector<SourceLine> &thermoLines)
+    void endSection(Section section, std::vector<SourceLine>& thermoLines)
     {
         if (section == Section::Thermo) {
             auto entries = ParseThermoBlock(thermoLines, m_options.mechanismName, m_out.messages);
@@ -221,10 +221,10 @@ private:
     }
 
     // Element symbols, optionally with an atomic weight "D /2.014/". True at END.
-    bool readElements(const std::string &body, const std::vector<std::string> &words, int line)
+    bool readElements(const std::string& body, const std::vector<std::string>& words, int line)
     {
         if (body.find('/') == std::string::npos) {
-            for (const auto &w : words) {
+            for (const auto& w : words) {
                 if (UpperAscii(w) == "END") {
                     return true;
                 }
@@ -253,7 +253,7 @@ private:
                 }
                 continue;
             }
-            for (const auto &w : SplitWords(segments[k])) {
+            for (const auto& w : SplitWords(segments[k])) {
                 if (UpperAscii(w) == "END") {
                     ended = true;
                 } else if (!ended) {
@@ -265,9 +265,9 @@ private:
     }
 
     // Species names; a repeated declaration is noted and ignored. True at END.
-    bool readSpecies(const std::vector<std::string> &words, int line)
+    bool readSpecies(const std::vector<std::string>& words, int line)
     {
-        for (const auto &w : words) {
+        for (const auto& w : words) {
             if (UpperAscii(w) == "END") {
                 return true;
             }
@@ -283,10 +283,10 @@ private:
     }
 
     // The first entry of a name wins; a repeat for a declared species is noted.
-    void collectThermo(std::vector<ThermoEntry> &entries, const std::string &file)
+    void collectThermo(std::vector<ThermoEntry>& entries, const std::string& file)
     {
         std::set<std::string> declared(m_species.begin(), m_species.end());
-        for (auto &entry : entries) {
+        for (auto& entry : entries) {
             auto it = m_thermo.find(entry.name);
             if (it == m_thermo.end()) {
                 m_thermoFile[entry.name] = file;
@@ -300,8 +300,8 @@ private:
         }
     }
 
-    const ChemkinOptions &m_options;
-    ChemkinImport &m_out;
+    const ChemkinOptions& m_options;
+    ChemkinImport& m_out;
     ReactionBuilder m_reactions;
     std::set<std::string> m_elements;
     std::map<std::string, double> m_elementWeights;
@@ -317,7 +317,7 @@ private:
 
 ChemkinImport ImportChemkin(std::string_view mechanismText,
                             std::optional<std::string_view> thermoText,
-                            const ChemkinOptions &options)
+                            const ChemkinOptions& options)
 {
     ChemkinImport result;
     chemkin::MechanismReader reader(options, result);
@@ -325,8 +325,8 @@ ChemkinImport ImportChemkin(std::string_view mechanismText,
     return result;
 }
 
-ChemkinImport ImportChemkinFiles(const std::filesystem::path &mechanism,
-                                 const std::optional<std::filesystem::path> &thermo,
+ChemkinImport ImportChemkinFiles(const std::filesystem::path& mechanism,
+                                 const std::optional<std::filesystem::path>& thermo,
                                  ChemkinOptions options)
 {
     std::string mechanismText = shell::ReadFile(mechanism);

@@ -17,15 +17,15 @@ constexpr std::size_t MaxNameLength = 16;
 constexpr std::size_t MaxSpecies = 9999; // integer fields are 4 columns wide
 constexpr std::size_t CompositionWidth = 22;
 
-std::size_t molecules(const std::vector<std::pair<int, double>> &side)
+std::size_t molecules(const std::vector<std::pair<int, double>>& side)
 {
     double sum = 0;
-    for (const auto &[s, c] : side)
+    for (const auto& [s, c] : side)
         sum += c;
     return sum > 1e6 ? 1000000 : static_cast<std::size_t>(std::llround(sum));
 }
 
-std::string joinReasons(const std::vector<std::string> &reasons)
+std::string joinReasons(const std::vector<std::string>& reasons)
 {
     std::string out;
     for (std::string r : reasons) {
@@ -36,16 +36,17 @@ std::string joinReasons(const std::vector<std::string> &reasons)
     return out;
 }
 
-std::string sideText(const std::vector<std::pair<int, double>> &side,
-                     const std::vector<std::string> &names, bool plusM, bool hv, ThirdBody third,
-                     int collider)
+std::string sideText(const std::vector<std::pair<int, double>>& side,
+                     const std::vector<std::string>& names, bool plusM, bool hv, bool productsWord,
+                     ThirdBody third, int collider)
 {
     std::string out;
-    for (const auto &[s, c] : side) {
+    for (const auto& [s, c] : side) {
         if (!out.empty()) out += " + ";
         if (c > 1) out += std::to_string(std::llround(c));
         out += names[static_cast<std::size_t>(s)];
     }
+    if (productsWord) out += (out.empty() ? "Products" : " + Products");
     if (plusM) out += " + M";
     if (hv) out += (out.empty() ? "HV" : " + HV");
     if (third == ThirdBody::FalloffM) out += " (+M)";
@@ -56,21 +57,21 @@ std::string sideText(const std::vector<std::pair<int, double>> &side,
 
 // One solver-file record of the reaction, or of its REV reverse. Partners are (species
 // number, efficiency); `newIndex` maps declared species to their numbers in the file.
-ReactionRecord makeRecord(const PendingReaction &r, bool reverse,
-                          const std::vector<std::pair<int, double>> &partners, int reversibleFlag,
-                          const std::vector<int> &newIndex, const std::vector<std::string> &names)
+ReactionRecord makeRecord(const PendingReaction& r, bool reverse,
+                          const std::vector<std::pair<int, double>>& partners, int reversibleFlag,
+                          const std::vector<int>& newIndex, const std::vector<std::string>& names)
 {
-    const auto &left = reverse ? r.eq.products : r.eq.reactants;
-    const auto &right = reverse ? r.eq.reactants : r.eq.products;
-    const std::array<double, 3> &rate = reverse ? *r.rev : r.rate;
+    const auto& left = reverse ? r.eq.products : r.eq.reactants;
+    const auto& right = reverse ? r.eq.reactants : r.eq.products;
+    const std::array<double, 3>& rate = reverse ? *r.rev : r.rate;
     ReactionRecord rec;
-    auto &in = rec.ints;
-    auto &re = rec.reals;
+    auto& in = rec.ints;
+    auto& re = rec.reals;
     int slotL = 1, slotR = 4;
-    for (const auto &[s, c] : left)
+    for (const auto& [s, c] : left)
         for (int m = 0; m < static_cast<int>(c); ++m)
             in[static_cast<std::size_t>(slotL++)] = newIndex[static_cast<std::size_t>(s)];
-    for (const auto &[s, c] : right)
+    for (const auto& [s, c] : right)
         for (int m = 0; m < static_cast<int>(c); ++m)
             in[static_cast<std::size_t>(slotR++)] = newIndex[static_cast<std::size_t>(s)];
     int nL = slotL - 1;
@@ -122,26 +123,26 @@ ReactionRecord makeRecord(const PendingReaction &r, bool reverse,
     bool hvL = reverse ? r.eq.hvRight : r.eq.hvLeft;
     bool hvR = reverse ? r.eq.hvLeft : r.eq.hvRight;
     std::string arrow = reversibleFlag == 1 ? " <=> " : " => ";
-    rec.text = sideText(left, names, plusM, hvL, r.eq.thirdBody, r.eq.collider) + arrow +
-               sideText(right, names, plusM, hvR, r.eq.thirdBody, r.eq.collider);
+    rec.text = sideText(left, names, plusM, hvL, false, r.eq.thirdBody, r.eq.collider) + arrow +
+               sideText(right, names, plusM, hvR, r.eq.productsWord, r.eq.thirdBody, r.eq.collider);
     return rec;
 }
 
 } // namespace
 
-void ReactionBuilder::finish(const std::vector<std::string> &names,
-                             const std::vector<int> &speciesLines,
-                             const std::map<std::string, ThermoEntry> &thermo,
-                             const std::map<std::string, double> &elementWeights,
-                             const std::set<std::string> &elements)
+void ReactionBuilder::finish(const std::vector<std::string>& names,
+                             const std::vector<int>& speciesLines,
+                             const std::map<std::string, ThermoEntry>& thermo,
+                             const std::map<std::string, double>& elementWeights,
+                             const std::set<std::string>& elements)
 {
     m_out.sourceReactionCount = static_cast<int>(m_pending.size());
     checkDuplicates();
-    for (Pending &r : m_pending) {
+    for (Pending& r : m_pending) {
         checkReaction(r, names);
     }
     std::vector<int> newIndex = keepSpecies(names, speciesLines, thermo, elementWeights, elements);
-    for (const Pending &r : m_pending) {
+    for (const Pending& r : m_pending) {
         if (r.keep) {
             writeReaction(r, names, newIndex);
         }
@@ -149,14 +150,14 @@ void ReactionBuilder::finish(const std::vector<std::string> &names,
 }
 
 // Decides whether the solver file can hold the reaction, and says why not.
-void ReactionBuilder::checkReaction(Pending &r, const std::vector<std::string> &names)
+void ReactionBuilder::checkReaction(Pending& r, const std::vector<std::string>& names)
 {
     const bool skip = m_options.skipUnsupported;
     if (!r.eq.error.empty() || r.eq.reactants.empty() || !r.unsupported.empty()) {
         // Unreadable, or held up by a keyword the format cannot hold: the checks below
         // would only repeat that.
     } else {
-        const ParsedEquation &e = r.eq;
+        const ParsedEquation& e = r.eq;
         bool falloff =
             e.thirdBody == ThirdBody::FalloffM || e.thirdBody == ThirdBody::FalloffSpecies;
         if (falloff && !r.low && !r.hasHigh)
@@ -179,8 +180,8 @@ void ReactionBuilder::checkReaction(Pending &r, const std::vector<std::string> &
                     r.errors.push_back("the efficiency of '" +
                                        names[static_cast<std::size_t>(r.efficiencies[a].first)] +
                                        "' is given twice");
-        for (const auto *side : {&e.reactants, &e.products})
-            for (const auto &[s, c] : *side) {
+        for (const auto* side : {&e.reactants, &e.products})
+            for (const auto& [s, c] : *side) {
                 if (c <= 0)
                     r.errors.push_back("a stoichiometric coefficient is not positive");
                 else if (std::floor(c) != c)
@@ -192,10 +193,12 @@ void ReactionBuilder::checkReaction(Pending &r, const std::vector<std::string> &
         if (molecules(e.products) > MaxProductMolecules)
             r.unsupported.push_back("more than 6 product molecules");
         if (r.rev && falloff) r.unsupported.push_back("REV on a fall-off reaction");
+        if (r.rev && (e.hvLeft || e.hvRight || e.productsWord))
+            r.unsupported.push_back("REV on a reaction with HV or PRODUCTS");
         if (r.efficiencies.size() > MaxPartners)
             r.unsupported.push_back("more than 10 third-body efficiencies");
-        for (const auto *side : {&e.reactants, &e.products})
-            for (const auto &[s, c] : *side)
+        for (const auto* side : {&e.reactants, &e.products})
+            for (const auto& [s, c] : *side)
                 if (names[static_cast<std::size_t>(s)].size() > MaxNameLength)
                     r.unsupported.push_back("species name '" + names[static_cast<std::size_t>(s)] +
                                             "' is over 16 characters");
@@ -214,20 +217,20 @@ void ReactionBuilder::checkReaction(Pending &r, const std::vector<std::string> &
 }
 
 // Species with thermo and a name that fits, numbered from 1; 0 for a species left out.
-std::vector<int> ReactionBuilder::keepSpecies(const std::vector<std::string> &names,
-                                              const std::vector<int> &speciesLines,
-                                              const std::map<std::string, ThermoEntry> &thermo,
-                                              const std::map<std::string, double> &elementWeights,
-                                              const std::set<std::string> &elements)
+std::vector<int> ReactionBuilder::keepSpecies(const std::vector<std::string>& names,
+                                              const std::vector<int>& speciesLines,
+                                              const std::map<std::string, ThermoEntry>& thermo,
+                                              const std::map<std::string, double>& elementWeights,
+                                              const std::set<std::string>& elements)
 {
     const bool skip = m_options.skipUnsupported;
     // Which species stay: those with thermo and a name that fits; a species without thermo
     // is an error only when a kept reaction needs it.
     std::vector<int> firstUse(names.size(), 0);
-    for (const Pending &r : m_pending) {
+    for (const Pending& r : m_pending) {
         if (!r.keep) continue;
-        for (const auto *side : {&r.eq.reactants, &r.eq.products})
-            for (const auto &[s, c] : *side)
+        for (const auto* side : {&r.eq.reactants, &r.eq.products})
+            for (const auto& [s, c] : *side)
                 if (!firstUse[static_cast<std::size_t>(s)])
                     firstUse[static_cast<std::size_t>(s)] = r.line;
         if (r.eq.collider >= 0 && !firstUse[static_cast<std::size_t>(r.eq.collider)])
@@ -235,7 +238,7 @@ std::vector<int> ReactionBuilder::keepSpecies(const std::vector<std::string> &na
     }
     std::vector<int> newIndex(names.size(), 0);
     for (std::size_t k = 0; k < names.size(); ++k) {
-        const std::string &name = names[k];
+        const std::string& name = names[k];
         auto it = thermo.find(name);
         if (name.size() > MaxNameLength) {
             if (skip) ++m_out.droppedSpeciesCount;
@@ -257,13 +260,13 @@ std::vector<int> ReactionBuilder::keepSpecies(const std::vector<std::string> &na
             }
             continue;
         }
-        const ThermoEntry &t = it->second;
+        const ThermoEntry& t = it->second;
         ImportedSpecies sp;
         sp.name = name;
         double weight = 0;
         std::string formula;
         bool ok = true;
-        for (const auto &[symbol, count] : t.elements) {
+        for (const auto& [symbol, count] : t.elements) {
             if (std::floor(count) != count || count < 0 || count > 1e6) {
                 message(ImportSeverity::Error, t.line,
                         "Species '" + name + "': the count of element '" + symbol +
@@ -288,16 +291,16 @@ std::vector<int> ReactionBuilder::keepSpecies(const std::vector<std::string> &na
                             "' is not declared in ELEMENTS.");
             }
             int n = static_cast<int>(count);
-            const std::string &key = symbol;
+            const std::string& key = symbol;
             auto same = std::find_if(sp.elements.begin(), sp.elements.end(),
-                                     [&key](const auto &e) { return e.first == key; });
+                                     [&key](const auto& e) { return e.first == key; });
             if (same != sp.elements.end())
                 same->second += n;
             else
                 sp.elements.emplace_back(symbol, n);
             weight += count * *w;
         }
-        for (const auto &[symbol, n] : sp.elements)
+        for (const auto& [symbol, n] : sp.elements)
             formula += symbol + std::to_string(n);
         if (ok && sp.elements.empty()) {
             message(ImportSeverity::Error, t.line, "Species '" + name + "' has no elements.");
@@ -326,18 +329,18 @@ std::vector<int> ReactionBuilder::keepSpecies(const std::vector<std::string> &na
 }
 
 // Writes one reaction, or two for a REV reaction, into the result.
-void ReactionBuilder::writeReaction(const Pending &r, const std::vector<std::string> &names,
-                                    const std::vector<int> &newIndex)
+void ReactionBuilder::writeReaction(const Pending& r, const std::vector<std::string>& names,
+                                    const std::vector<int>& newIndex)
 {
     bool allKnown = true;
-    for (const auto *side : {&r.eq.reactants, &r.eq.products})
-        for (const auto &[s, c] : *side)
+    for (const auto* side : {&r.eq.reactants, &r.eq.products})
+        for (const auto& [s, c] : *side)
             allKnown = allKnown && newIndex[static_cast<std::size_t>(s)] > 0;
     if (r.eq.collider >= 0)
         allKnown = allKnown && newIndex[static_cast<std::size_t>(r.eq.collider)] > 0;
     if (!allKnown) return; // its species was refused; that message stands
     std::vector<std::pair<int, double>> partners;
-    for (const auto &[s, eff] : r.efficiencies) {
+    for (const auto& [s, eff] : r.efficiencies) {
         if (newIndex[static_cast<std::size_t>(s)] > 0) {
             partners.emplace_back(newIndex[static_cast<std::size_t>(s)], eff);
         } else {
@@ -346,11 +349,13 @@ void ReactionBuilder::writeReaction(const Pending &r, const std::vector<std::str
                         "', a species left out, is dropped.");
         }
     }
-    bool hv = r.eq.hvLeft || r.eq.hvRight;
-    int reversibleFlag = hv ? -1 : (r.eq.reversible && !r.rev ? 1 : 0);
-    if (hv && r.eq.reversible) {
+    // Participants that are no species keep the reaction out of the reverse and heat sums.
+    bool pseudo = r.eq.hvLeft || r.eq.hvRight || r.eq.productsWord;
+    int reversibleFlag = pseudo ? -1 : (r.eq.reversible && !r.rev ? 1 : 0);
+    if (pseudo && r.eq.reversible) {
         message(ImportSeverity::Warning, r.line,
-                "Reaction '" + r.equation + "' names HV and is written as irreversible.");
+                "Reaction '" + r.equation +
+                    "' names HV or PRODUCTS and is written as irreversible.");
     }
     auto build = [&](bool reverse) {
         m_out.reactions.push_back(

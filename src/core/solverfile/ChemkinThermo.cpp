@@ -15,7 +15,7 @@ namespace {
 
 // Standard atomic weights [g/mol], IUPAC conventional values (abridged to what gas-phase
 // mechanisms use), with D and T for isotope-labelled species and E for the electron.
-const std::map<std::string, double, std::less<>> &atomicWeights()
+const std::map<std::string, double, std::less<>>& atomicWeights()
 {
     static const std::map<std::string, double, std::less<>> table = {
         {"E", 5.48579909e-4}, {"H", 1.008},        {"D", 2.014},         {"T", 3.016},
@@ -40,7 +40,7 @@ const std::map<std::string, double, std::less<>> &atomicWeights()
 
 std::optional<double> AtomicWeight(std::string_view symbol)
 {
-    const auto &table = atomicWeights();
+    const auto& table = atomicWeights();
     auto it = table.find(chemkin::UpperAscii(chemkin::TrimBlanks(symbol)));
     if (it == table.end()) {
         return std::nullopt;
@@ -76,7 +76,7 @@ std::vector<SourceLine> SplitSourceLines(std::string_view text)
 std::string UpperAscii(std::string_view s)
 {
     std::string out(s);
-    for (char &c : out) {
+    for (char& c : out) {
         if (c >= 'a' && c <= 'z') {
             c = static_cast<char>(c - 'a' + 'A');
         }
@@ -140,8 +140,8 @@ std::optional<double> ParseFortranNumber(std::string_view field)
     if (signPos != std::string::npos && t[signPos - 1] != 'E' && t[signPos - 1] != 'e') {
         t.insert(signPos, 1, 'E');
     }
-    const char *b = t.data();
-    const char *e = t.data() + t.size();
+    const char* b = t.data();
+    const char* e = t.data() + t.size();
     if (*b == '+') {
         ++b;
     }
@@ -163,13 +163,13 @@ std::optional<double> ParseFortranNumber(std::string_view field)
 
 namespace {
 
-bool isCommentOrBlank(const std::string &text)
+bool isCommentOrBlank(const std::string& text)
 {
     std::string t = TrimBlanks(text);
     return t.empty() || t[0] == '!';
 }
 
-std::string columns(const std::string &line, std::size_t first, std::size_t count)
+std::string columns(const std::string& line, std::size_t first, std::size_t count)
 {
     if (first - 1 >= line.size()) {
         return {};
@@ -188,7 +188,7 @@ bool isNumberChar(char c)
 
 // Free-form composition beyond column 80 or on "&" lines: "C 388 H 144", "C      778.0".
 bool parseFreeComposition(std::string_view text,
-                          std::vector<std::pair<std::string, double>> &elements)
+                          std::vector<std::pair<std::string, double>>& elements)
 {
     std::size_t i = 0;
     while (i < text.size()) {
@@ -222,8 +222,8 @@ bool parseFreeComposition(std::string_view text,
     return true;
 }
 
-void addFixedElement(const std::string &symbolField, const std::string &countField,
-                     std::vector<std::pair<std::string, double>> &elements)
+void addFixedElement(const std::string& symbolField, const std::string& countField,
+                     std::vector<std::pair<std::string, double>>& elements)
 {
     std::string symbol = TrimBlanks(symbolField);
     if (symbol.empty() || !isAlpha(symbol[0])) {
@@ -237,9 +237,9 @@ void addFixedElement(const std::string &symbolField, const std::string &countFie
 
 } // namespace
 
-std::vector<ThermoEntry> ParseThermoBlock(const std::vector<SourceLine> &lines,
-                                          const std::string &file,
-                                          std::vector<ImportMessage> &messages)
+std::vector<ThermoEntry> ParseThermoBlock(const std::vector<SourceLine>& lines,
+                                          const std::string& file,
+                                          std::vector<ImportMessage>& messages)
 {
     std::vector<ThermoEntry> entries;
     std::size_t i = 0;
@@ -248,7 +248,7 @@ std::vector<ThermoEntry> ParseThermoBlock(const std::vector<SourceLine> &lines,
             ++i;
         }
     };
-    auto error = [&](int line, const std::string &text) {
+    auto error = [&](int line, const std::string& text) {
         messages.push_back({ImportSeverity::Error, file, line, text});
     };
 
@@ -265,7 +265,7 @@ std::vector<ThermoEntry> ParseThermoBlock(const std::vector<SourceLine> &lines,
         auto words = SplitWords(lines[i].text);
         bool allNumbers = words.size() >= 2 && words.size() <= 4;
         std::vector<double> values;
-        for (const auto &w : words) {
+        for (const auto& w : words) {
             auto v = ParseFortranNumber(w);
             allNumbers = allNumbers && v.has_value();
             values.push_back(v.value_or(0));
@@ -283,7 +283,7 @@ std::vector<ThermoEntry> ParseThermoBlock(const std::vector<SourceLine> &lines,
         if (i >= lines.size()) {
             break;
         }
-        const SourceLine &head = lines[i];
+        const SourceLine& head = lines[i];
         auto words = SplitWords(head.text);
         std::string first = UpperAscii(words[0]);
         if (first == "END" || first == "ENDOFDATA") {
@@ -292,7 +292,7 @@ std::vector<ThermoEntry> ParseThermoBlock(const std::vector<SourceLine> &lines,
         ThermoEntry entry;
         entry.name = words[0];
         entry.line = head.number;
-        const std::string &h = head.text;
+        const std::string& h = head.text;
         for (int k = 0; k < 4; ++k) {
             addFixedElement(columns(h, 25 + 5 * k, 2), columns(h, 27 + 5 * k, 3), entry.elements);
         }
@@ -305,7 +305,7 @@ std::vector<ThermoEntry> ParseThermoBlock(const std::vector<SourceLine> &lines,
             ++width;
         }
         std::vector<double> temps;
-        for (const auto &w : SplitWords(columns(h, 46, width))) {
+        for (const auto& w : SplitWords(columns(h, 46, width))) {
             if (auto v = ParseFortranNumber(w)) {
                 temps.push_back(*v);
             }
@@ -348,7 +348,7 @@ std::vector<ThermoEntry> ParseThermoBlock(const std::vector<SourceLine> &lines,
         }
         bool ok = true;
         for (int row = 0; row < 3 && ok; ++row) {
-            const SourceLine &c = lines[i + static_cast<std::size_t>(row)];
+            const SourceLine& c = lines[i + static_cast<std::size_t>(row)];
             int fields = row < 2 ? 5 : 4;
             for (int k = 0; k < fields; ++k) {
                 std::string field = columns(c.text, 1 + 15 * static_cast<std::size_t>(k), 15);

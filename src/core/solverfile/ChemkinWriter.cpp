@@ -16,8 +16,8 @@ namespace zarvion::solverfile {
 
 namespace {
 
-constexpr const char *GasConstantEnergyText = "1.987204259"; // [cal/(mol K)]
-constexpr const char *GasConstantConcText = "82.05736608";   // [cm^3 atm/(mol K)]
+constexpr const char* GasConstantEnergyText = "1.987204259"; // [cal/(mol K)]
+constexpr const char* GasConstantConcText = "82.05736608";   // [cm^3 atm/(mol K)]
 
 std::string padRight(std::string s, std::size_t width)
 {
@@ -25,13 +25,13 @@ std::string padRight(std::string s, std::size_t width)
     return s;
 }
 
-std::string padLeft(const std::string &s, std::size_t width)
+std::string padLeft(const std::string& s, std::size_t width)
 {
     return s.size() < width ? std::string(width - s.size(), ' ') + s : s;
 }
 
 // A header value in "0.00####E+00" followed by its comment.
-std::string headerValue(double value, const char *comment)
+std::string headerValue(double value, const char* comment)
 {
     return " " + shell::Format(value, "0.00####E+00") + " " + comment;
 }
@@ -71,10 +71,10 @@ std::string field8Efficiency(double e)
     return buf;
 }
 
-std::string speciesLine1(int number, const ImportedSpecies &sp, double fraction)
+std::string speciesLine1(int number, const ImportedSpecies& sp, double fraction)
 {
     std::string formula;
-    for (const auto &[symbol, n] : sp.elements)
+    for (const auto& [symbol, n] : sp.elements)
         formula += symbol + std::to_string(n);
     std::string line = " " + padRight(std::to_string(number), 4) + " "; // columns 1-6
     line += padRight(sp.name, 17);                                      // 7-23
@@ -131,17 +131,17 @@ std::vector<std::pair<std::string, double>> ParseMoleFractionList(std::string_vi
     return out;
 }
 
-std::vector<std::string> BuildSolverFileLines(const ChemkinImport &mechanism,
-                                              const ProblemSettings &problem,
-                                              const SolverFileSource &source)
+std::vector<std::string> BuildSolverFileLines(const ChemkinImport& mechanism,
+                                              const ProblemSettings& problem,
+                                              const SolverFileSource& source)
 {
-    const auto &species = mechanism.species;
+    const auto& species = mechanism.species;
     std::vector<double> fractions(species.size(), 0.0);
-    for (const auto &item : problem.moleFractions) {
-        const std::string &name = item.first;
+    for (const auto& item : problem.moleFractions) {
+        const std::string& name = item.first;
         const double value = item.second;
         auto it = std::find_if(species.begin(), species.end(),
-                               [&name](const ImportedSpecies &s) { return s.name == name; });
+                               [&name](const ImportedSpecies& s) { return s.name == name; });
         if (it == species.end()) {
             throw Error("Mole fraction given for '" + name +
                         "', which is no species of the mechanism.");
@@ -195,7 +195,7 @@ std::vector<std::string> BuildSolverFileLines(const ChemkinImport &mechanism,
     lines.push_back("THERMO");
 
     for (std::size_t k = 0; k < species.size(); ++k) {
-        const ThermoRecord &t = species[k].thermo;
+        const ThermoRecord& t = species[k].thermo;
         lines.push_back(speciesLine1(static_cast<int>(k + 1), species[k], fractions[k]));
         std::string l2, l3, l4;
         for (int c = 1; c <= 5; ++c)
@@ -215,9 +215,9 @@ std::vector<std::string> BuildSolverFileLines(const ChemkinImport &mechanism,
 
     const std::string indent(6, ' ');
     for (std::size_t j = 0; j < mechanism.reactions.size(); ++j) {
-        const ReactionRecord &r = mechanism.reactions[j];
-        const auto &in = r.ints;
-        const auto &re = r.reals;
+        const ReactionRecord& r = mechanism.reactions[j];
+        const auto& in = r.ints;
+        const auto& re = r.reals;
         lines.push_back(" " + padRight(std::to_string(j + 1), 4) + " " + r.text);
         std::string ints = indent;
         for (int f = 1; f <= 16; ++f)
@@ -259,7 +259,7 @@ std::vector<std::string> BuildSolverFileLines(const ChemkinImport &mechanism,
     return lines;
 }
 
-void WriteSolverFile(const std::filesystem::path &target, const std::vector<std::string> &lines)
+void WriteSolverFile(const std::filesystem::path& target, const std::vector<std::string>& lines)
 {
     shell::WriteFileAtomically(target, shell::JoinCrLf(lines));
 }

@@ -44,12 +44,12 @@ std::vector<std::pair<std::string, double>> ParseMoleFractionList(std::string_vi
 
 //! The lines of the solver file, without line ends. Throws zarvion::Error when a mole
 //! fraction names an unknown species or is negative.
-std::vector<std::string> BuildSolverFileLines(const ChemkinImport &mechanism,
-                                              const ProblemSettings &problem,
-                                              const SolverFileSource &source);
+std::vector<std::string> BuildSolverFileLines(const ChemkinImport& mechanism,
+                                              const ProblemSettings& problem,
+                                              const SolverFileSource& source);
 
 //! Writes the lines with CR LF, atomically.
-void WriteSolverFile(const std::filesystem::path &target, const std::vector<std::string> &lines);
+void WriteSolverFile(const std::filesystem::path& target, const std::vector<std::string>& lines);
 
 //! A number in a 15-column field: 9 significant digits with a sign column, fewer digits
 //! when the exponent needs three places.

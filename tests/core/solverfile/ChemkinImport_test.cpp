@@ -24,8 +24,8 @@ std::string pad(std::string s, std::size_t n)
 
 // One thermo entry in the fixed columns: elements in columns 25-44, temperatures in 46-73.
 // Coefficient k (1-based) is k / 10 + base, so a wrong column shows in the value.
-std::string thermoEntry(const std::string &name, const std::string &elements, double base = 0,
-                        const std::string &temps = "   200.000  3500.000  1000.000")
+std::string thermoEntry(const std::string& name, const std::string& elements, double base = 0,
+                        const std::string& temps = "   200.000  3500.000  1000.000")
 {
     std::string l1 = pad(pad(name, 24) + pad(elements, 20) + "G" + temps, 79) + "1\n";
     std::string l[3];
@@ -45,16 +45,16 @@ std::string simpleThermo()
            thermoEntry("H2O", "H   2O   1") + thermoEntry("AR", "AR  1") + "END\n";
 }
 
-std::string mechanism(const std::string &reactions, const std::string &units = "")
+std::string mechanism(const std::string& reactions, const std::string& units = "")
 {
     return "ELEMENTS\nH O AR\nEND\nSPECIES\nH O OH H2 O2 H2O AR\nEND\n" + simpleThermo() +
            "REACTIONS " + units + "\n" + reactions + "END\n";
 }
 
-bool hasMessage(const ChemkinImport &r, ImportSeverity severity, const std::string &part,
+bool hasMessage(const ChemkinImport& r, ImportSeverity severity, const std::string& part,
                 int line = -1)
 {
-    for (const auto &m : r.messages) {
+    for (const auto& m : r.messages) {
         if (m.severity == severity && m.text.find(part) != std::string::npos &&
             (line < 0 || m.line == line)) {
             return true;
@@ -63,10 +63,10 @@ bool hasMessage(const ChemkinImport &r, ImportSeverity severity, const std::stri
     return false;
 }
 
-std::string allMessages(const ChemkinImport &r)
+std::string allMessages(const ChemkinImport& r)
 {
     std::string out;
-    for (const auto &m : r.messages)
+    for (const auto& m : r.messages)
         out += FormatImportMessage(m) + "\n";
     return out;
 }
@@ -81,7 +81,7 @@ TEST(ChemkinNumbers, FortranFieldsAndGarbage)
     EXPECT_DOUBLE_EQ(*ParseFortranNumber("1."), 1.0);
     EXPECT_DOUBLE_EQ(*ParseFortranNumber("+4.650E+012"), 4.65e12);
     EXPECT_DOUBLE_EQ(*ParseFortranNumber("1.0-100"), 1e-100); // exponent without "E"
-    for (const char *bad : {"", "   ", "inf", "nan", "1.0E", "abc", "1e400", "--1", "1.2.3"}) {
+    for (const char* bad : {"", "   ", "inf", "nan", "1.0E", "abc", "1e400", "--1", "1.2.3"}) {
         EXPECT_FALSE(ParseFortranNumber(bad).has_value()) << bad;
     }
 }
@@ -133,6 +133,11 @@ TEST(ChemkinEquations, ThirdBodiesCollidersPhotonsAndCoefficients)
     e = ParseEquation("R1A => R1A + HV", names);
     EXPECT_TRUE(e.hvRight);
     EXPECT_FALSE(e.reversible);
+    e = ParseEquation("R1A + R1B => P1 + PRODUCTS", names);
+    ASSERT_TRUE(e.error.empty()) << e.error;
+    EXPECT_TRUE(e.productsWord);
+    EXPECT_EQ(e.products.size(), 1u);
+    EXPECT_FALSE(ParseEquation("PROD = R1A", names).error.empty()); // only behind the arrow
     e = ParseEquation("1.53846154E-2BIN6+  1.0769H2 = H", names);
     ASSERT_TRUE(e.error.empty()) << e.error;
     EXPECT_DOUBLE_EQ(e.reactants[0].second, 1.53846154e-2);
@@ -181,15 +186,16 @@ TEST(ChemkinImport, RecordsOfThirdBodyFalloffAndColliderReactions)
         " TROE / 0.7346 94.0 1756.0 5182.0 /\n"
         "H+O2(+AR)<=>HO2(+AR) 4.65E12 0.44 0.0\n LOW/ 6.81E18 -1.2 0/ TROE/0.5 1E-30 1E30/\n"
         "H+OH=>H2O 1.0E10 0 0\n"
-        "OH+OH<=>O+H2O  3.57E4 2.4 -2110.0 ! comment with = sign\n");
+        "OH+OH<=>O+H2O  3.57E4 2.4 -2110.0 ! comment with = sign\n"
+        "H2O2+O=>OH+PRODUCTS 1.0 0 0\n");
     text.replace(text.find("H2O AR\nEND"), 10, "H2O AR HO2 H2O2\nEND");
     text.replace(text.find("END\nREACTIONS"), 13,
                  thermoEntry("HO2", "H   1O   2") + thermoEntry("H2O2", "H   2O   2") +
                      "END\nREACTIONS");
     auto r = ImportChemkin(text);
     ASSERT_TRUE(r.succeeded()) << allMessages(r);
-    ASSERT_EQ(r.reactions.size(), 5u);
-    const auto &a = r.reactions[0].ints;
+    ASSERT_EQ(r.reactions.size(), 6u);
+    const auto& a = r.reactions[0].ints;
     // 2O -> two reactant slots; species numbers in declaration order from 1.
     EXPECT_EQ(a[1], 2);
     EXPECT_EQ(a[2], 2);
@@ -202,7 +208,7 @@ TEST(ChemkinImport, RecordsOfThirdBodyFalloffAndColliderReactions)
     EXPECT_DOUBLE_EQ(r.reactions[0].reals[14], 0.83);
     EXPECT_EQ(a[slot::Reversible], 1);
 
-    const auto &f = r.reactions[1];
+    const auto& f = r.reactions[1];
     EXPECT_EQ(f.ints[slot::ThirdBodyKind], 1);
     EXPECT_EQ(f.ints[slot::HasLowLimit], 1);
     EXPECT_EQ(f.ints[slot::FalloffKind], 1);
@@ -211,7 +217,7 @@ TEST(ChemkinImport, RecordsOfThirdBodyFalloffAndColliderReactions)
     EXPECT_DOUBLE_EQ(f.reals[10], 5182.0);
     EXPECT_EQ(f.text, "2OH (+M) <=> H2O2 (+M)");
 
-    const auto &c = r.reactions[2];
+    const auto& c = r.reactions[2];
     EXPECT_EQ(c.ints[slot::ThirdBodyKind], 0);
     EXPECT_EQ(c.ints[slot::PartnerCount], 1);
     EXPECT_EQ(c.ints[slot::HasLowLimit], 1);
@@ -221,6 +227,8 @@ TEST(ChemkinImport, RecordsOfThirdBodyFalloffAndColliderReactions)
 
     EXPECT_EQ(r.reactions[3].ints[slot::Reversible], 0);
     EXPECT_EQ(r.reactions[3].text, "H + OH => H2O");
+    EXPECT_EQ(r.reactions[5].ints[slot::Reversible], -1);
+    EXPECT_EQ(r.reactions[5].text, "H2O2 + O => OH + Products");
     EXPECT_DOUBLE_EQ(r.reactions[4].reals[3], -2110.0);
 }
 
@@ -230,7 +238,7 @@ TEST(ChemkinImport, UnitKeywordsConvertToCalPerMolAndMoles)
     // 1.987204259 cal/(mol K); 1 eV per particle = 96485.33212 / 4.184 cal/mol; a bimolecular
     // A in cm^3/(molecule s) times N_A = 6.02214076E23. Tolerance 1e-12 relative.
     struct Case {
-        const char *units;
+        const char* units;
         double energy;
         double aFactor;
     };
@@ -241,7 +249,7 @@ TEST(ChemkinImport, UnitKeywordsConvertToCalPerMolAndMoles)
                           {"KELVINS", 1987.204259, 1.0},
                           {"EVOLTS", 1000.0 * 96485.33212 / 4.184, 1.0},
                           {"CAL/MOLE MOLECULES", 1000.0, 6.02214076e23}};
-    for (const Case &c : cases) {
+    for (const Case& c : cases) {
         auto r = ImportChemkin(
             mechanism("H+O2=O+OH 2.0 0.5 1000.0\nH+O2+M=O+OH+M 2.0 0 1000\n", c.units));
         ASSERT_TRUE(r.succeeded()) << c.units;
@@ -266,8 +274,8 @@ TEST(ChemkinImport, RevIsSplitIntoForwardAndReverse)
     EXPECT_EQ(r.revSplitCount, 1);
     EXPECT_EQ(r.revZeroCount, 1);
     ASSERT_EQ(r.reactions.size(), 4u);
-    const auto &fwd = r.reactions[0];
-    const auto &rev = r.reactions[1];
+    const auto& fwd = r.reactions[0];
+    const auto& rev = r.reactions[1];
     EXPECT_EQ(fwd.ints[slot::Reversible], 0);
     EXPECT_EQ(rev.ints[slot::Reversible], 0);
     EXPECT_EQ(rev.ints[1], fwd.ints[4]);

@@ -16,13 +16,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path shared(const std::string &folder, const std::string &file)
+fs::path shared(const std::string& folder, const std::string& file)
 {
     return fs::path(ZARVION_SHARED_DIR) / "mechanisms" / folder / file;
 }
 
-ChemkinImport import(const std::string &folder, const std::string &chem,
-                     const std::string &therm = "", bool skip = false)
+ChemkinImport import(const std::string& folder, const std::string& chem,
+                     const std::string& therm = "", bool skip = false)
 {
     ChemkinOptions options;
     options.skipUnsupported = skip;
@@ -31,9 +31,9 @@ ChemkinImport import(const std::string &folder, const std::string &chem,
     return ImportChemkinFiles(shared(folder, chem), thermo, options);
 }
 
-std::string firstProblem(const ChemkinImport &r)
+std::string firstProblem(const ChemkinImport& r)
 {
-    for (const auto &m : r.messages) {
+    for (const auto& m : r.messages) {
         if (m.severity == ImportSeverity::Error || m.severity == ImportSeverity::Refusal) {
             return FormatImportMessage(m);
         }
@@ -41,10 +41,10 @@ std::string firstProblem(const ChemkinImport &r)
     return {};
 }
 
-int countWith(const ChemkinImport &r, ImportSeverity severity, const std::string &part)
+int countWith(const ChemkinImport& r, ImportSeverity severity, const std::string& part)
 {
     int n = 0;
-    for (const auto &m : r.messages) {
+    for (const auto& m : r.messages) {
         n += m.severity == severity && m.text.find(part) != std::string::npos;
     }
     return n;
@@ -63,9 +63,9 @@ protected:
 TEST_F(SharedMechanisms, GoodMechanismsImportWhole)
 {
     struct Case {
-        const char *folder;
-        const char *chem;
-        const char *therm;
+        const char* folder;
+        const char* chem;
+        const char* therm;
         std::size_t species;
         std::size_t reactions;
     };
@@ -74,7 +74,7 @@ TEST_F(SharedMechanisms, GoodMechanismsImportWhole)
         {"h2o2", "h2o2.inp", "", 9, 28},
         {"usc-mech-ii", "USC_Mech_ver_II.txt", "thermdat.txt", 111, 784},
     };
-    for (const Case &c : cases) {
+    for (const Case& c : cases) {
         auto r = import(c.folder, c.chem, c.therm);
         EXPECT_TRUE(r.succeeded()) << c.folder << ": " << firstProblem(r);
         EXPECT_EQ(r.species.size(), c.species) << c.folder;
@@ -89,7 +89,7 @@ TEST_F(SharedMechanisms, GriMechRecordsAndRoundTrip)
     ASSERT_TRUE(r.succeeded()) << firstProblem(r);
     // Reaction 1 of GRI-Mech 3.0: 2O+M<=>O2+M, A 1.2E17, n -1, partners H2 2.4, H2O 15.4,
     // CH4 2, CO 1.75, CO2 3.6, C2H6 3, AR 0.83.
-    const auto &first = r.reactions[0];
+    const auto& first = r.reactions[0];
     EXPECT_EQ(first.ints[slot::ThirdBodyKind], 2);
     EXPECT_EQ(first.ints[slot::PartnerCount], 7);
     EXPECT_DOUBLE_EQ(first.reals[18], 0.83);
@@ -97,12 +97,12 @@ TEST_F(SharedMechanisms, GriMechRecordsAndRoundTrip)
     EXPECT_DOUBLE_EQ(first.reals[13], 15.4);
     // The most partners: O+CO(+M)<=>CO2(+M) with 8, Lindemann (no TROE).
     int mostPartners = 0;
-    for (const auto &rec : r.reactions)
+    for (const auto& rec : r.reactions)
         mostPartners = std::max(mostPartners, rec.ints[slot::PartnerCount]);
     EXPECT_EQ(mostPartners, 8);
     // Molecular weight of CH4 from standard atomic weights: 12.011 + 4 x 1.008 = 16.043.
     auto ch4 =
-        std::find_if(r.species.begin(), r.species.end(), [](auto &s) { return s.name == "CH4"; });
+        std::find_if(r.species.begin(), r.species.end(), [](auto& s) { return s.name == "CH4"; });
     ASSERT_NE(ch4, r.species.end());
     EXPECT_NEAR(ch4->thermo[15], 16.043, 1e-12);
 
@@ -184,7 +184,7 @@ TEST_F(SharedMechanisms, SyntheticInputsImportAsExpected)
     ASSERT_EQ(photo.reactions.size(), 1u);
     EXPECT_EQ(photo.reactions[0].ints[slot::Reversible], -1);
 
-    for (const char *folder : {"cantera-unterminated-sections", "cantera-unterminated-sections2"}) {
+    for (const char* folder : {"cantera-unterminated-sections", "cantera-unterminated-sections2"}) {
         auto r = import(folder, std::string(folder).substr(8) + ".inp");
         EXPECT_TRUE(r.succeeded()) << folder << ": " << firstProblem(r);
         EXPECT_EQ(r.species.size(), 3u) << folder;
@@ -231,7 +231,7 @@ TEST_F(SharedMechanisms, BrokenOrUnsupportedInputsGiveClearMessages)
     auto dup = import("cantera-undeclared-duplicate-reactions",
                       "undeclared-duplicate-reactions.inp", "dummy-thermo.dat");
     ASSERT_EQ(countWith(dup, ImportSeverity::Error, "not marked DUPLICATE"), 1);
-    for (const auto &m : dup.messages) {
+    for (const auto& m : dup.messages) {
         if (m.severity == ImportSeverity::Error) {
             EXPECT_EQ(m.line, 14);
             EXPECT_NE(m.text.find("line 12"), std::string::npos);

@@ -21,7 +21,7 @@ std::string pad(std::string s, std::size_t n)
     return s;
 }
 
-std::string entry(const std::string &name, const std::string &elements, double scale)
+std::string entry(const std::string& name, const std::string& elements, double scale)
 {
     std::string l1 =
         pad(pad(name, 24) + pad(elements, 20) + "G   200.000  3500.000  1000.000", 79) + "1\n";
@@ -34,7 +34,7 @@ std::string entry(const std::string &name, const std::string &elements, double s
     return l1 + pad(l[0], 79) + "2\n" + pad(l[1], 79) + "3\n" + pad(l[2], 79) + "4\n";
 }
 
-const char *const Reactions =
+const char* const Reactions =
     "REACTIONS\n"
     "2O+M<=>O2+M  1.2E17 -1.0 0.0\nH2/2.4/ H2O/15.4/ AR/ .83/\n"
     "2OH(+M)<=>H2O2(+M) 7.4E13 -0.37 0.0\n LOW / 2.3E18 -0.9 -1700.0/\n"
@@ -74,7 +74,7 @@ TEST(ChemkinWriter, HeaderSpeciesAndReactionLinesHaveTheFixedLayout)
     auto lines = BuildSolverFileLines(mech, ignitionProblem(), {"m.inp", ""});
     ASSERT_GT(lines.size(), 34u);
     std::string magic = lines[0].substr(0, 16);
-    for (char &c : magic)
+    for (char& c : magic)
         c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
     EXPECT_EQ(magic, "!$ZARVION SOLVER");
     EXPECT_EQ(lines[9], " 10 !Species");
@@ -92,7 +92,7 @@ TEST(ChemkinWriter, HeaderSpeciesAndReactionLinesHaveTheFixedLayout)
     EXPECT_EQ(lines[33], "THERMO");
 
     // Species 6 (H2O): number, name at 7-23, formula at 24-45, limits, fraction at 75-84.
-    const std::string &h2o = lines[34 + 4 * 5];
+    const std::string& h2o = lines[34 + 4 * 5];
     ASSERT_EQ(h2o.size(), 84u);
     EXPECT_EQ(h2o.substr(0, 6), " 6    ");
     EXPECT_EQ(h2o.substr(6, 17), pad("H2O", 17));
@@ -101,7 +101,7 @@ TEST(ChemkinWriter, HeaderSpeciesAndReactionLinesHaveTheFixedLayout)
     EXPECT_EQ(h2o.substr(56, 8), " 3500.00");
     EXPECT_EQ(h2o.substr(65, 8), " 1000.00");
     EXPECT_EQ(h2o.substr(74), pad("0", 10));
-    const std::string &h2 = lines[34 + 4 * 3];
+    const std::string& h2 = lines[34 + 4 * 3];
     EXPECT_EQ(h2.substr(74), pad("2.000E+00", 10));
     // Line 4: coefficients 11-14 and the molecular weight in columns 61-75.
     EXPECT_EQ(lines[34 + 4 * 5 + 3].substr(60, 15), " 1.80150000E+01"); // 2 x 1.008 + 15.999
@@ -165,7 +165,7 @@ TEST(ChemkinWriter, WrittenFileReadsBackWithTheSameNumbers)
     // The photon reaction is marked as naming a participant that is no species.
     EXPECT_EQ(back.reactions[6].ints[slot::Reversible], -1);
     std::string text = " " + back.reactions[6].text + " ";
-    for (char &c : text)
+    for (char& c : text)
         c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     EXPECT_NE(text.find(" hv "), std::string::npos) << text;
 }
