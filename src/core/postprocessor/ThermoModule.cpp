@@ -250,6 +250,8 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
     m_expMinusG.assign(ns + 1, 1.0);
     m_expPlusG.assign(ns + 1, 1.0);
     m_invKc.assign(m_nr, 0.0);
+    m_falloffArg.assign(4 * m_falloffList.size() + 1, 0.0);
+    m_falloffExp.assign(4 * m_falloffList.size() + 1, 0.0);
     m_moleFrac.assign(ns + 1, 0.0);
     m_T = -1;
 }
@@ -307,18 +309,39 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
     expArray(arg, ex, nr);
     for (int j = 0; j < nr; ++j) kInf[j] = A[j] * ex[j];
 
-    for (int j : ws.m_falloffList) {
+    // Fall-off reactions: k0 and the exponentials of the Troe centre or the SRI base, four a
+    // reaction, in one batch.
+    const int nf = static_cast<int>(ws.m_falloffList.size());
+    double* fa = ws.m_falloffArg.data();
+    double* fe = ws.m_falloffExp.data();
+    for (int t = 0; t < nf; ++t) {
+        const int j = ws.m_falloffList[t];
         const auto& d = ws.m_reactions[j];
-        ws.m_k0[j] = ws.m_A0[j] * std::exp(ws.m_n0[j] * lnT - ws.m_E0[j] * invRT);
+        double* x = fa + 4 * t;
+        x[0] = ws.m_n0[j] * lnT - ws.m_E0[j] * invRT;
+        x[1] = x[2] = x[3] = 0;
+        if (d.falloffKind == 1 || d.falloffKind == 3) {
+            x[1] = -std::min(T / d.falloff[1], TroeExponentGuard);
+            x[2] = -std::min(T / d.falloff[2], TroeExponentGuard);
+            if (d.falloffKind == 1) x[3] = -std::min(d.falloff[3] / T, TroeExponentGuard);
+        } else if (d.falloffKind == 2) {
+            x[1] = -d.falloff[1] / T;  // no guard in the SRI form
+            x[2] = -T / d.falloff[2];
+        }
+    }
+    expArray(fa, fe, 4 * nf);
+    for (int t = 0; t < nf; ++t) {
+        const int j = ws.m_falloffList[t];
+        const auto& d = ws.m_reactions[j];
+        const double* e = fe + 4 * t;
+        ws.m_k0[j] = ws.m_A0[j] * e[0];
         if (d.falloffKind == 1 || d.falloffKind == 3) {
             const double a = d.falloff[0];
-            const double x1 = std::min(T / d.falloff[1], TroeExponentGuard);
-            const double x2 = std::min(T / d.falloff[2], TroeExponentGuard);
-            double fcent = (1 - a) * std::exp(-x1) + a * std::exp(-x2);
-            if (d.falloffKind == 1) fcent += std::exp(-std::min(d.falloff[3] / T, TroeExponentGuard));
+            double fcent = (1 - a) * e[1] + a * e[2];
+            if (d.falloffKind == 1) fcent += e[3];
             ws.m_centre[j] = std::log(fcent) / Ln10;
         } else if (d.falloffKind == 2) {
-            ws.m_centre[j] = d.falloff[0] * std::exp(-d.falloff[1] / T) + std::exp(-T / d.falloff[2]);
+            ws.m_centre[j] = d.falloff[0] * e[1] + e[2];
         }
     }
 

@@ -160,6 +160,7 @@ private:
     std::vector<double> m_conc;     // NS + 1 entries, last = 1 (padding slot)
     std::vector<RatePair> m_prod;   // NS + 1 rows, the last one absorbs padding slots
     std::vector<double> m_expArg, m_expOut;  // arguments and values of batched exponentials
+    std::vector<double> m_falloffArg, m_falloffExp;  // four a fall-off reaction
     std::vector<double> m_moleFrac;
 };
 
