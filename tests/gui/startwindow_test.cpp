@@ -3,6 +3,7 @@
 // a real run of the solver program.
 #include <QApplication>
 #include <QCheckBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -186,6 +187,42 @@ private slots:
         QCOMPARE(zarvion::shell::ToDouble(entered[0]).value_or(-1), 0.5);
         QCOMPARE(zarvion::shell::ToDouble(entered[2]).value_or(-1), 0.25);
         QVERIFY2(entered[0].find('E') != std::string::npos, entered[0].c_str()); // "0.###E+00"
+    }
+
+    void typedCellIsTakenByTheCommandsAndHeaderClicksSort()
+    {
+        Fixture f;
+        SOL_RUN* run = f.openStartWindow();
+        QVERIFY(run);
+        QTableView* grid = run->GridEX1;
+        // Type into the fraction cell of species 1 and press "Save" with the editor open.
+        const QModelIndex cell = grid->model()->index(0, FractionsModel::Inval);
+        grid->setCurrentIndex(cell);
+        grid->edit(cell);
+        auto* editor = grid->viewport()->findChild<QLineEdit*>();
+        QVERIFY(editor);
+        QTest::keyClicks(editor, QStringLiteral("0.7"));
+        run->Save();
+        QCOMPARE(run->fractions()->Fractions[0], std::string("0.7"));
+        const auto saved = zarvion::shell::ReadLines(
+            zarvion::shell::SolverDataPath(zarvion::shell::Session()));
+        QVERIFY(std::find(saved.begin(), saved.end(), "H 0.7") != saved.end());
+
+        // Zero shows as an empty cell; a header click sorts, a second one reverses.
+        QCOMPARE(grid->model()->index(2, FractionsModel::Inval).data().toString(), QString());
+        auto* header = grid->horizontalHeader();
+        const int x = header->sectionViewportPosition(FractionsModel::Species) + 5;
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, QPoint(x, 5));
+        const QString first = grid->model()->index(0, FractionsModel::Species).data().toString();
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, QPoint(x, 5));
+        const QString last = grid->model()->index(0, FractionsModel::Species).data().toString();
+        QVERIFY(first < last);
+        // Ctrl+Home goes back to the first row of the present order.
+        grid->setFocus();
+        QTest::keyClick(grid, Qt::Key_End, Qt::ControlModifier);
+        QCOMPARE(grid->currentIndex().row(), 3);
+        QTest::keyClick(grid, Qt::Key_Home, Qt::ControlModifier);
+        QCOMPARE(grid->currentIndex().row(), 0);
     }
 
     void runOnTheSampleSolvesAndShowsTheNewResults()

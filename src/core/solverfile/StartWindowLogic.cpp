@@ -41,6 +41,13 @@ double valueOf(const std::string& text)
     return ToDouble(text).value_or(0.0);
 }
 
+//! A field value the checks can work with: numeric text of a finite number ("1E400" is not).
+bool numeric(const std::string& text)
+{
+    const auto v = ToDouble(text);
+    return IsNumeric(text) && v && std::isfinite(*v);
+}
+
 //! The integer conversion of the window: half to even; an overflow gives no value.
 std::optional<std::int64_t> toInteger(const std::string& text)
 {
@@ -108,22 +115,22 @@ StartWindowCheck ValidateStartWindow(const StartWindowFields& input)
     check.fields = input;
     StartWindowFields& f = check.fields;
 
-    if (!IsNumeric(f.Text1))
+    if (!numeric(f.Text1))
         return fail(check, StartField::Text1, "Pressure, please enter a positive number.");
-    if (!IsNumeric(f.Text3))
+    if (!numeric(f.Text3))
         return fail(check, StartField::Text3,
                     "Initial temperature, please enter a positive number.");
     for (int i = 0; i < 7; ++i) {
-        if (!IsNumeric(f.Text4[i]))
+        if (!numeric(f.Text4[i]))
             return fail(check, text4Field(i), Text4Messages[i]);
     }
     // 100000 itself passes although the message says "less than".
     if (valueOf(f.Text4[5]) > 100000)
         return fail(check, StartField::Text4_5, Text4Messages[5]);
     const char* intervalMessage = "Allowable temperature interval, please enter a positive number.";
-    if (!IsNumeric(f.Text7))
+    if (!numeric(f.Text7))
         return fail(check, StartField::Text7, intervalMessage);
-    if (!IsNumeric(f.Text6))
+    if (!numeric(f.Text6))
         return fail(check, StartField::Text6, intervalMessage);
     if (!(valueOf(f.Text1) > 0))
         return fail(check, StartField::Text1, "Pressure, please enter a positive number.");
@@ -135,7 +142,7 @@ StartWindowCheck ValidateStartWindow(const StartWindowFields& input)
         const std::string text = Trim(f.fractions[row]);
         if (text.empty())
             continue;
-        if (!IsNumeric(text) || valueOf(text) < 0) {
+        if (!numeric(text) || valueOf(text) < 0) {
             check = fail(check, StartField::GridEX1,
                          "Initial mole fractions, please enter positive numbers.");
             check.fractionRow = static_cast<int>(row);

@@ -463,8 +463,7 @@ void SOL_RUN::GridCkear()
 void SOL_RUN::finishEdit()
 {
     // An open cell editor gives its text to the table before anything reads the fractions.
-    QWidget* editor = QApplication::focusWidget();
-    if (editor && editor != GridEX1 && GridEX1->isAncestorOf(editor)) {
+    for (QLineEdit* editor : GridEX1->viewport()->findChildren<QLineEdit*>()) {
         emit GridEX1->itemDelegate()->commitData(editor);
         emit GridEX1->itemDelegate()->closeEditor(editor, QAbstractItemDelegate::NoHint);
     }

@@ -132,6 +132,23 @@ TEST(StartWindowLogic, BoundsOfStepLimitToleranceAndPressure)
     EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text1);
 }
 
+TEST(StartWindowLogic, ValuesBeyondDoubleRangeAreRefusedAsNonNumeric)
+{
+    auto f = goodFields();
+    f.Text1 = "1E400";
+    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text1);
+    f = goodFields();
+    f.Text4[1] = "-1E999";
+    EXPECT_EQ(zs::ValidateStartWindow(f).message, "Final time, please enter a number.");
+    f = goodFields();
+    f.fractions[0] = "1E500";
+    EXPECT_EQ(zs::ValidateStartWindow(f).fractionRow, 0);
+    // Large but finite values pass the numeric checks and meet the range checks.
+    f = goodFields();
+    f.Text3 = "1E300";
+    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text3);
+}
+
 TEST(StartWindowLogic, FractionsCheckedAfterTextFieldsAndBeforeTemperatures)
 {
     auto f = goodFields();
