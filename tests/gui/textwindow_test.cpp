@@ -239,6 +239,43 @@ private slots:
         QVERIFY(asked.contains(QStringLiteral("Do you want to save changes to ") + plain + "?"));
     }
 
+    void saveWritesTheBytesBackAndANewDocumentAsksForAName()
+    {
+        ProgramFolder folder;
+        MessageRecorder boxes;
+        const QString path = QDir(folder.path()).filePath(QStringLiteral("latin.txt"));
+        {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("caf\xe9 1\r\nline 2\r\n");
+        }
+        RES_ShowFile doc;
+        bool failed = true;
+        doc.OPEN_Rich(path, failed);
+        QVERIFY(!failed);
+        doc.box()->moveCursor(QTextCursor::End);
+        QTest::keyClicks(doc.box(), QStringLiteral("end"));
+        QVERIFY(doc.isModified());
+        doc.SVTXT(failed);
+        QVERIFY(!failed);
+        QVERIFY(!doc.isModified());
+        QFile back(path);
+        QVERIFY(back.open(QIODevice::ReadOnly));
+        QCOMPARE(back.readAll(), QByteArray("caf\xe9 1\r\nline 2\r\nend"));
+
+        // Without a path, Save asks for one; a cancelled dialog fails the save.
+        RES_ShowFile fresh;
+        fresh.box()->setPlainText(QStringLiteral("x"));
+        fresh.SVTXT(failed);
+        QVERIFY(failed);
+        const QString chosen = QDir(folder.path()).filePath(QStringLiteral("chosen.txt"));
+        SetFileDialogHandler([&](bool save, const QString&) { return save ? chosen : QString(); });
+        fresh.SVTXT(failed);
+        QVERIFY(!failed);
+        QCOMPARE(fresh.MePath(), chosen);
+        QVERIFY(QFile::exists(chosen));
+    }
+
     void helpWindowKeepsItsTableAndCannotBeChanged()
     {
         Help1 help;

@@ -248,7 +248,8 @@ void RES_ShowFile::OPEN_Rich(const QString& path, bool& failed)
     if (!m_path.isEmpty()) {
         try {
             const std::string bytes = shell::ReadFile(fromQt(m_path));
-            QString text = QString::fromLocal8Bit(bytes.data(), static_cast<qsizetype>(bytes.size()));
+            // Single-byte text: every byte is one character, so a save gives the bytes back.
+            QString text = QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
             text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
             m_box->setPlainText(text);
         } catch (const std::exception&) {
@@ -459,7 +460,7 @@ void RES_ShowFile::writeTo(const QString& path, bool& failed)
     failed = false;
     try {
         WaitCursor wait;
-        const QByteArray bytes = m_box->toPlainText().replace('\n', QStringLiteral("\r\n")).toLocal8Bit();
+        const QByteArray bytes = m_box->toPlainText().replace('\n', QStringLiteral("\r\n")).toLatin1();
         shell::WriteFileAtomically(fromQt(path), std::string_view(bytes.constData(), bytes.size()));
     } catch (const std::exception& e) {
         failed = true;
