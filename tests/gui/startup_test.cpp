@@ -80,6 +80,37 @@ private slots:
         QCOMPARE(frame.mdiArea()->subWindowList().size(), 0);
         QCOMPARE(boxes.shown.size(), 1);
     }
+
+    void commaAsDecimalSymbolShowsTheHelpInsteadOfStarting()
+    {
+        ProgramFolder folder;
+        MessageRecorder boxes;
+        QFile::remove(QDir(folder.path()).filePath(QStringLiteral("AssistFiles/OPTIONS.txt")));
+        bool dialogShown = false;
+        SetFileDialogHandler([&](bool, const QString&) {
+            dialogShown = true;
+            return QString();
+        });
+        FrameOptions o;
+        o.appPath = folder.path();
+        // A system that writes -1058201048,571428... with a comma.
+        o.numberFormatter = [](double v) { return QString::number(v, 'f', 6).replace('.', ',').toStdString(); };
+        MDIForm1 frame(o);
+        QVERIFY(!frame.numberFormatMessage().isEmpty());
+        QVERIFY(boxes.shown.isEmpty()); // the message waits for the frame's timer
+        QTRY_VERIFY_WITH_TIMEOUT(!boxes.shown.isEmpty(), 3000);
+        QCOMPARE(boxes.shown.first().style, 16);
+        QCOMPARE(boxes.shown.first().text,
+                 QStringLiteral("Decimal symbol of the number format isn't recognized; Zarvion requires "
+                                "the point as the decimal symbol.  The next message contains an "
+                                "information about setting the number format."));
+        QTRY_COMPARE(frame.mdiArea()->subWindowList().size(), 1);
+        QCOMPARE(frame.activeChild()->windowTitle(), QStringLiteral("Zarvion   Number Format"));
+        // Neither the splash nor the options file ran: a missing OPTIONS.txt went unreported.
+        QTest::qWait(1000);
+        QCOMPARE(boxes.shown.size(), 1);
+        QVERIFY(!dialogShown);
+    }
 };
 
 QTEST_MAIN(StartupTest)

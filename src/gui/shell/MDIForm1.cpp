@@ -84,7 +84,7 @@ MDIForm1::MDIForm1(FrameOptions options, QWidget* parent)
         }
     });
 
-    m_numberFormatMessage = toQt(shell::CheckNumberFormat());
+    m_numberFormatMessage = toQt(shell::CheckNumberFormat(m_options.numberFormatter));
     if (!m_numberFormatMessage.isEmpty()) {
         ResetCursor();
         Timer1.start();

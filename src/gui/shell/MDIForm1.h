@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include "platform/Frame.h"
+#include "shell/SessionState.h"
 
 class QAction;
 class QMdiArea;
@@ -24,6 +25,8 @@ struct FrameOptions {
     bool showSplash = true;       //!< false in tests: no splash, no first dialog
     QStringList filesToOpen;      //!< opened through OpenDocument once start-up is done
     QString appPath;              //!< the program's folder; empty: the executable's folder
+    //! The number conversion the start-up check looks at; empty: the program's own.
+    shell::NumberFormatter numberFormatter;
 };
 
 //! `MDIForm1`, caption "  Zarvion-II".
