@@ -175,6 +175,12 @@ void SOL_RUN::buildUi()
         box->setAlignment(Qt::AlignRight);
         return box;
     };
+    // One label width on both pages, so that the fields of all groups stand in one column.
+    auto rowLabel = [this](const QString& text) {
+        auto* label = new QLabel(text, this);
+        label->setMinimumWidth(220);
+        return label;
+    };
     Text1 = numberBox("Text1");
     Text3 = numberBox("Text3");
     for (int i = 0; i < 7; ++i)
@@ -190,24 +196,24 @@ void SOL_RUN::buildUi()
     auto* p1 = new QVBoxLayout(page1);
     auto* problem = new QGroupBox(QStringLiteral("Pressure and Temperature"));
     auto* pf = new QFormLayout(problem);
-    pf->addRow(QStringLiteral("Constant pressure, atm"), Text1);
+    pf->addRow(rowLabel(QStringLiteral("Constant pressure, atm")), Text1);
     auto* modes = new QHBoxLayout;
     modes->addWidget(Option1);
     modes->addWidget(Option3);
     modes->addStretch();
-    pf->addRow(QStringLiteral("Temperature"), modes);
-    pf->addRow(QStringLiteral("Initial Value, K"), Text3);
+    pf->addRow(rowLabel(QStringLiteral("Temperature")), modes);
+    pf->addRow(rowLabel(QStringLiteral("Initial Value, K")), Text3);
     p1->addWidget(problem);
     auto* time = new QGroupBox(QStringLiteral("Time"));
     auto* tf = new QFormLayout(time);
-    tf->addRow(QStringLiteral("Initial Time, s"), Text4[0]);
-    tf->addRow(QStringLiteral("Final Time, s"), Text4[1]);
-    tf->addRow(QStringLiteral("Initial Step Size, s"), Text4[2]);
+    tf->addRow(rowLabel(QStringLiteral("Initial Time, s")), Text4[0]);
+    tf->addRow(rowLabel(QStringLiteral("Final Time, s")), Text4[1]);
+    tf->addRow(rowLabel(QStringLiteral("Initial Step Size, s")), Text4[2]);
     p1->addWidget(time);
     auto* solver = new QGroupBox(QStringLiteral("Solver Parameters"));
     auto* sf = new QFormLayout(solver);
-    sf->addRow(QStringLiteral("RelativeTolerance"), Text4[3]);
-    sf->addRow(QStringLiteral("Absolute Tolerance"), Text4[4]);
+    sf->addRow(rowLabel(QStringLiteral("RelativeTolerance")), Text4[3]);
+    sf->addRow(rowLabel(QStringLiteral("Absolute Tolerance")), Text4[4]);
     auto* label11 = new QLabel(QStringLiteral(
         "In the 'Solver Parameters' frame, enter relative (RTOL) and absolute (ATOL) error "
         "tolerances. The solver keeps, roughly, the local error of variables below\n"
@@ -223,19 +229,18 @@ void SOL_RUN::buildUi()
     auto* p2 = new QVBoxLayout(page2);
     auto* steps = new QGroupBox(QStringLiteral("Integration"));
     auto* stf = new QFormLayout(steps);
-    stf->addRow(QStringLiteral("Maximum number of computed steps"), Text4[5]);
+    stf->addRow(rowLabel(QStringLiteral("Maximum number of computed steps")), Text4[5]);
     auto* every = new QHBoxLayout;
-    every->addWidget(new QLabel(QStringLiteral("Writef every   ")));
     Text4[6]->setFixedWidth(80);
     every->addWidget(Text4[6]);
     every->addWidget(new QLabel(QStringLiteral("   accepted  step")));
     every->addStretch();
-    stf->addRow(QStringLiteral("Output"), every);
+    stf->addRow(rowLabel(QStringLiteral("Writef every   ")), every);
     p2->addWidget(steps);
     auto* interval = new QGroupBox(QStringLiteral("Allowable temperature interval, K"));
     auto* inf = new QFormLayout(interval);
-    inf->addRow(QStringLiteral("Minimum"), Text7);
-    inf->addRow(QStringLiteral("Maximum"), Text6);
+    inf->addRow(rowLabel(QStringLiteral("Minimum")), Text7);
+    inf->addRow(rowLabel(QStringLiteral("Maximum")), Text6);
     p2->addWidget(interval);
     auto* console = new QGroupBox(QStringLiteral("Console"));
     auto* cl = new QVBoxLayout(console);
@@ -336,7 +341,7 @@ void SOL_RUN::buildUi()
     root->addWidget(Label2);
     root->addWidget(Label9);
     root->addLayout(buttons);
-    resize(900, 560);
+    resize(980, 580);
 }
 
 void SOL_RUN::GETPASS(const QString& path, const QString& caption)
