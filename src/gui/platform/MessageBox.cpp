@@ -5,6 +5,7 @@
 #include <QMessageBox>
 
 #include "shell/Message.h"
+#include "shell/SessionState.h"
 
 namespace zarvion::gui {
 
@@ -14,12 +15,6 @@ MessageHandler& handler()
 {
     static MessageHandler h;
     return h;
-}
-
-QString& lastError()
-{
-    static QString text;
-    return text;
 }
 
 QMessageBox::Icon iconOf(int style)
@@ -106,13 +101,12 @@ void ShowFieldError(const QString& message, QLineEdit* textBox)
 
 void ReportError(const QString& tag, const QString& description)
 {
-    lastError() = tag + description;
-    ShowWarning(lastError());
+    ShowMessage(shell::ReportError(shell::Session(), fromQt(tag), fromQt(description)));
 }
 
 QString LastError()
 {
-    return lastError();
+    return toQt(shell::Session().LastError);
 }
 
 } // namespace zarvion::gui

@@ -1,19 +1,22 @@
 #pragma once
-// Sorting a grid by a click on a column header.
+// Sorting a grid by a click on a column header, with the sort keys of the core rule.
 
 #include <QSortFilterProxyModel>
+#include <vector>
+
+#include "shell/GridSort.h"
 
 namespace zarvion::gui {
 
-//! A click on the column of the last click reverses its order; a click on another column
-//! sorts by it ascending. lastColumn then holds the clicked column.
-inline void SortByHeader(QSortFilterProxyModel* grid, int column, int& lastColumn)
+//! Applies a header click to the grid: the keys follow shell::SortByHeader, and the view
+//! sorts by the first key.
+inline void SortByHeader(QSortFilterProxyModel* grid, std::vector<shell::SortKey>& keys,
+                         int column, int& lastColumn)
 {
-    Qt::SortOrder order = Qt::AscendingOrder;
-    if (column == lastColumn && grid->sortColumn() == column)
-        order = grid->sortOrder() == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
-    grid->sort(column, order);
-    lastColumn = column;
+    shell::SortByHeader(keys, column, lastColumn);
+    if (!keys.empty())
+        grid->sort(keys.front().column, keys.front().ascending ? Qt::AscendingOrder
+                                                               : Qt::DescendingOrder);
 }
 
 } // namespace zarvion::gui

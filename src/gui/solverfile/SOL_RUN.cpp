@@ -280,8 +280,9 @@ void SOL_RUN::buildUi()
     GridEX1->setMinimumWidth(300);
     GridEX1->installEventFilter(this);
     connect(GridEX1->horizontalHeader(), &QHeaderView::sectionClicked, this,
-            [this](int column) { SortByHeader(m_proxy, column, m_lastSortColumn); });
+            [this](int column) { SortByHeader(m_proxy, m_sortKeys, column, m_lastSortColumn); });
     m_proxy->sort(FractionsModel::Num, Qt::AscendingOrder);
+    m_sortKeys = {{FractionsModel::Num, true}};
     m_lastSortColumn = FractionsModel::Num;
 
     auto* table = new QGroupBox(QStringLiteral("Initial Mole Fractions"));
@@ -459,6 +460,7 @@ void SOL_RUN::GridCkear()
         f = "0";
     rebuildTable();
     m_proxy->sort(FractionsModel::Num, Qt::AscendingOrder);
+    m_sortKeys = {{FractionsModel::Num, true}};
     m_lastSortColumn = FractionsModel::Num;
     m_savedRow = 0;
     m_savedCol = FractionsModel::Inval;

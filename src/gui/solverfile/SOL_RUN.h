@@ -8,6 +8,7 @@
 #include <array>
 #include <vector>
 
+#include "shell/GridSort.h"
 #include "solverfile/SolverFileLines.h"
 #include "solverfile/StartWindowLogic.h"
 
@@ -122,6 +123,7 @@ private:
     FractionsModel* m_model = nullptr;
     QSortFilterProxyModel* m_proxy = nullptr;
     int m_lastSortColumn = -1;
+    std::vector<shell::SortKey> m_sortKeys;
     QTimer Timer1;
 };
 
