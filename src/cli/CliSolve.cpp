@@ -46,9 +46,12 @@ const RegisterCommand registration([](CLI::App& app, int& exitCode) {
     cmd->add_option("file", *file, "solver file; its results section is replaced")->required();
     cmd->callback([file, &exitCode] {
         const int rc = runSolver(*file);
+        if (rc == 1)
+            throw CommandFailure{"The solver has been terminated abnormally; see the ERROR line in " +
+                                 *file};
         if (rc != 0)
-            throw CommandFailure{"The solver has been terminated abnormally (exit code " +
-                                 std::to_string(rc) + "); see the ERROR line in " + *file};
+            throw CommandFailure{"The solver could not use " + *file + " (exit code " +
+                                 std::to_string(rc) + ")"};
         exitCode = 0;
     });
 });
