@@ -226,7 +226,8 @@ private slots:
         QVERIFY(zarvion::shell::Session().CancelClose);
         QCOMPARE(frame.Children().size(), 2); // the walk stopped; the frame stays
         QCOMPARE(boxes.shown.size(), 1);
-        QCOMPARE(boxes.shown.first().style, 3 + 48);
+        QCOMPARE(boxes.shown.first().style & 7, 3); // Yes, No and Cancel
+        QCOMPARE(boxes.shown.first().title, QStringLiteral("ZARVION"));
         QVERIFY(boxes.shown.first().text.startsWith(QStringLiteral("Do you want to save ")));
 
         // Answering No for both: every window closes and the frame closes.

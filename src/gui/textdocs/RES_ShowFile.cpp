@@ -520,10 +520,11 @@ bool RES_ShowFile::askToSave()
     if (isMinimized())
         showNormal();
     raise();
-    const QString text = m_path.isEmpty()
-                             ? QStringLiteral("Do you want to save the text document ") + windowTitle() + "?"
-                             : QStringLiteral("Do you want to save changes to ") + m_path + "?";
-    const int answer = ShowMessage(text, 3 + 48);
+    textdocs::TextDocument state;
+    state.Path = fromQt(m_path);
+    state.Modified = m_modified;
+    state.IsSolverDocument = m_isSolverDocument;
+    const int answer = ShowMessage(state.closeQuestion(fromQt(windowTitle())));
     if (answer == AnswerYes) {
         bool failed = false;
         SVTXT(failed);
