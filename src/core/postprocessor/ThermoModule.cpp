@@ -24,6 +24,7 @@ constexpr std::uint8_t HotNoHeat = 8;
 // exp(r) by its Taylor series to degree 13 (truncation below 1e-17 relative). Lanes with
 // |x| > 700 or NaN are redone with std::exp, so over- and underflow behave as std::exp does.
 typedef double V4d __attribute__((vector_size(32)));
+typedef double V2d __attribute__((vector_size(16), may_alias));
 typedef long long V4i __attribute__((vector_size(32)));
 
 __attribute__((target("avx2,fma"))) void expArrayAvx2(const double* x, double* y, int n)
@@ -249,6 +250,7 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
     m_expOut.assign(std::max(ns, m_nr) + 1, 0.0);
     m_expMinusG.assign(ns + 1, 1.0);
     m_expPlusG.assign(ns + 1, 1.0);
+    m_gPairs.assign(2 * (ns + 1), 1.0);
     m_invKc.assign(m_nr, 0.0);
     m_falloffArg.assign(4 * m_falloffList.size() + 1, 0.0);
     m_falloffExp.assign(4 * m_falloffList.size() + 1, 0.0);
@@ -357,7 +359,13 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
     double* egInv = ws.m_expPlusG.data();   // padding slot NS holds 1
     for (int i = 0; i < ns; ++i) arg[i] = -g[i];
     expArray(arg, eg, ns);
-    for (int i = 0; i < ns; ++i) egInv[i] = 1.0 / eg[i];
+    // Pairs (exp(-g), exp(g)) side by side, so one product over a reaction's slots gives Kc
+    // and 1/Kc together; reactants enter swapped.
+    V2d* pair = reinterpret_cast<V2d*>(ws.m_gPairs.data());  // 16-byte aligned; slot NS (1, 1)
+    for (int i = 0; i < ns; ++i) {
+        egInv[i] = 1.0 / eg[i];
+        pair[i] = V2d{eg[i], egInv[i]};
+    }
     double* invKc = ws.m_invKc.data();
     for (int j = 0; j < nr; ++j) {
         const auto& d = ws.m_hot[j];
@@ -368,10 +376,10 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
         }
         const auto& p = d.products;
         const auto& r = d.reactants;
-        double kc = eg[p[0]] * eg[p[1]] * eg[p[2]] * eg[p[3]] * eg[p[4]] * eg[p[5]] * egInv[r[0]] *
-                    egInv[r[1]] * egInv[r[2]];
-        double inv = egInv[p[0]] * egInv[p[1]] * egInv[p[2]] * egInv[p[3]] * egInv[p[4]] *
-                     egInv[p[5]] * eg[r[0]] * eg[r[1]] * eg[r[2]];
+        const V2d fwd = pair[p[0]] * pair[p[1]] * pair[p[2]] * pair[p[3]] * pair[p[4]] * pair[p[5]];
+        const V2d rev = pair[r[0]] * pair[r[1]] * pair[r[2]];
+        double kc = fwd[0] * rev[1];
+        double inv = fwd[1] * rev[0];
         const double dn = ws.m_dn[j];
         if (dn == 0) {
         } else if (dn == 1) {

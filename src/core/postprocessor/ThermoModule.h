@@ -161,6 +161,7 @@ private:
     std::vector<RatePair> m_prod;   // NS + 1 rows, the last one absorbs padding slots
     std::vector<double> m_expArg, m_expOut;  // arguments and values of batched exponentials
     std::vector<double> m_falloffArg, m_falloffExp;  // four a fall-off reaction
+    std::vector<double> m_gPairs;  // (exp(-g/RT), exp(g/RT)) per species, NS + 1 pairs
     std::vector<double> m_moleFrac;
 };
 
