@@ -1,6 +1,7 @@
 #include "postprocessor/DataViews.h"
 
 #include "postprocessor/MeanParameters.h"
+#include "postprocessor/PostprocessorTexts.h"
 #include "postprocessor/RowFields.h"
 #include "shell/TextFormat.h"
 
@@ -57,7 +58,7 @@ DataView SpeciesData(const PostprocessorState& state, const std::vector<int>& sp
                      const std::string& quantityText, int nameSymbols, const DataViewContext& ctx)
 {
     DataView view;
-    view.title = "Species";
+    view.title = texts::SpeciesView;
     view.message = CheckSpeciesSelection(species.size());
     if (!view.ok()) {
         return view;
@@ -94,13 +95,12 @@ DataView SpeciesData(const PostprocessorState& state, const std::vector<int>& sp
 DataView MEANVALFTAB(const PostprocessorState& state, const DataViewContext& ctx)
 {
     DataView view;
-    view.title = "Mean Parameters";
+    view.title = texts::MeanParametersView;
     const MeanTable table = MeanParameterTable(state);
     if (!table.error.empty()) {
         view.message = table.error;
         return view;
     }
-    const auto energy = HabdCpUnits(state.EnergyUnit);
     const std::string& nl = ctx.lineEnd;
     const std::string col = field(15);
     std::string& out = view.text;
@@ -113,8 +113,8 @@ DataView MEANVALFTAB(const PostprocessorState& state, const DataViewContext& ctx
            shell::FormatText("T (K)", col) + shell::FormatText("Ro (g/cm^3)", col) +
            shell::FormatText("M (g/mol)", col) +
            shell::FormatText(state.ConcentrationUnit == 0 ? "C (mol/cm^3)" : "C (1/cm^3)", col) +
-           shell::FormatText("H (" + energy[0] + ")", col) +
-           shell::FormatText("Cp (" + energy[1] + ")", col) + nl;
+           shell::FormatText(state.EnergyUnit ? "H (kJ/mol)" : "H (kcal/mol)", col) +
+           shell::FormatText(state.EnergyUnit ? "Cp (J/K mol)" : "Cp (cal/K mol)", col) + nl;
     for (std::size_t k = 0; k < table.rows.size(); ++k) {
         const auto& v = table.rows[k]; // items 1 T, 2 Ctot, 3 Ro, 4 M, 5 H, 6 Cp
         out += slotAndTime(k + 1, state.UsedTimes[k]);

@@ -57,8 +57,9 @@ PlotCurve PloConcentration(const PostprocessorState& state, const CurveData& cur
         }
     }
     if (!anyPoint || !anyNonZero) {
-        std::string text = "You are attempting to plot the function '" + curve.name + "' where all values are zero";
-        text += wantLog ? " or logarithms of negative numbers. " : ".";
+        std::string text = "You are attempting to plot the function '" + curve.name;
+        text += wantLog ? "' where all values are zero or logarithms of negative numbers. "
+                        : "' where all values are zero.";
         out.message = shell::Message{std::move(text), shell::StyleWarning, shell::DefaultTitle};
         out.x.clear();
         out.y.clear();

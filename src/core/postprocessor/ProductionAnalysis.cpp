@@ -1,5 +1,6 @@
 #include "postprocessor/ProductionAnalysis.h"
 
+#include "postprocessor/PostprocessorTexts.h"
 #include "postprocessor/Ranking.h"
 #include "postprocessor/ReactionRateViews.h"
 #include "postprocessor/RowFields.h"
@@ -220,8 +221,8 @@ SumDisplay TemperSum(const ProductionTable& table, std::size_t count, bool withS
         out.text = table.differenceText;
         out.sum = table.difference;
         if (table.difference == 0.0 && !table.rows.empty()) {
-            out.toolTip = "The value cannot be defined exactly; it is a small difference between "
-                          "large numbers.";
+            out.toolTip =
+                "The value cannot be defined exactly; it is a small difference between large numbers.";
             out.warning = true;
         }
     }
@@ -245,7 +246,7 @@ std::string CopyReac(const ProductionTable& table, std::size_t count, const Copy
     out += "Solver File: " + ctx.fileName + nl + nl;
     out += "Time interval " + ctx.intervalBeginText + " - " + ctx.intervalEndText + " sec" + nl + nl;
     out += shell::FormatText("No", numberField) + "  " + shell::FormatText("Reaction", textField) +
-           "Integral" + nl;
+           texts::IntegralTitle + nl;
     for (std::size_t i = 0; i < count; ++i) {
         const ProductionRow& row = table.rows[i];
         out += shell::FormatText(std::to_string(row.number), numberField) + "  " +
