@@ -473,6 +473,8 @@ void ComputeReactionRates(std::span<const double> concentrations, std::span<Rate
     double* c = ws.m_conc.data();  // c[ns] = 1 (padding)
     for (int i = 0; i < ns; ++i) c[i] = concentrations[i];
     RatePair* prod = ws.m_prod.data();  // row ns absorbs the padding slots
+    static_assert(sizeof(RatePair) == sizeof(V2d));
+    V2d* prodV = reinterpret_cast<V2d*>(prod);  // 16-byte aligned rows
     for (int i = 0; i <= ns; ++i) prod[i] = {0.0, 0.0};
 
     const double* h = ws.m_hOverRT.data();
@@ -521,17 +523,13 @@ void ComputeReactionRates(std::span<const double> concentrations, std::span<Rate
             q = 0;
         rates[j] = {q, f};
 
-        // Gross formation counts the positive side only: -q for a reactant when q < 0.
+        // Gross formation counts the positive side only: -q for a reactant when q < 0. Each
+        // species row {net, gross} is updated as one two-lane vector.
         const double qNeg = q < 0 ? q : 0.0;
-        const double qPos = q - qNeg;
-        for (int s = 0; s < d.reactantCount; ++s) {
-            prod[r[s]][0] -= q;
-            prod[r[s]][1] -= qNeg;
-        }
-        for (int s = 0; s < d.productCount; ++s) {
-            prod[p[s]][0] += q;
-            prod[p[s]][1] += qPos;
-        }
+        const V2d lost{q, qNeg};
+        const V2d gained{q, q - qNeg};
+        for (int s = 0; s < d.reactantCount; ++s) prodV[r[s]] -= lost;
+        for (int s = 0; s < d.productCount; ++s) prodV[p[s]] += gained;
 
         if (wantHeat) {
             if (d.flags & HotNoHeat) {
