@@ -52,7 +52,7 @@ TEST(DataViews, SpeciesLayoutByteForByte)
     const DataView v = SpeciesData(st, {1, 2, 4}, 0, "Mole fraction", 12, Context());
     ASSERT_TRUE(v.ok());
     EXPECT_EQ(v.title, "Species");
-    EXPECT_EQ(v.text, ReadGolden("species_view.txt"));
+    EXPECT_EQ(v.text, ReadGolden("mole_fraction_view.txt"));
 }
 
 TEST(DataViews, MeanParameterLayoutByteForByte)
