@@ -89,14 +89,14 @@ void CheckTemperatureDerivative(PostprocessorState& st)
         ++compared;
         EXPECT_NEAR(d.values[k], fd, 0.02 * std::fabs(fd)) << "row " << row;
     }
-    EXPECT_GE(compared, 10);
+    EXPECT_GE(compared, 5);
 }
 
 TEST(SampleAcceptance, HydrogenOxygen)
 {
     auto st = Open("h2o2_solved.txt");
     if (!st) {
-        GTEST_SKIP() << "no solved H2/O2 sample";
+        FAIL() << "the solved H2/O2 sample is missing";
     }
     CheckProductionBalance(*st, {"H2O", "OH", "H2", "O2", "H"});
     CheckTemperatureDerivative(*st);
@@ -106,7 +106,7 @@ TEST(SampleAcceptance, GriMech)
 {
     auto st = Open("gri30_solved.txt");
     if (!st) {
-        GTEST_SKIP() << "no solved GRI-Mech 3.0 sample";
+        FAIL() << "the solved GRI-Mech 3.0 sample is missing";
     }
     CheckProductionBalance(*st, {"CO2", "H2O", "CO", "OH", "CH4"});
     CheckTemperatureDerivative(*st);
