@@ -64,6 +64,45 @@ __attribute__((target("avx2,fma"))) void expArrayAvx2(const double* x, double* y
         if (!(std::abs(x[j]) <= 700.0)) y[j] = std::exp(x[j]);
 }
 
+// k = A exp(n lnT - E invRT) over an array, the exponential as in expArrayAvx2; arg receives
+// the exponents (rounded as the scalar expression: no fused multiply-add here).
+__attribute__((target("avx2"))) void arrheniusArrayAvx2(const double* A, const double* n,
+                                                      const double* E, double lnT,
+                                                      double invRT, double* arg, double* k,
+                                                      int count)
+{
+    int i = 0;
+    for (; i + 4 <= count; i += 4) {
+        V4d nn, e;
+        std::memcpy(&nn, n + i, sizeof nn);
+        std::memcpy(&e, E + i, sizeof e);
+        const V4d v = nn * lnT - e * invRT;
+        std::memcpy(arg + i, &v, sizeof v);
+    }
+    for (; i < count; ++i) arg[i] = n[i] * lnT - E[i] * invRT;
+    expArrayAvx2(arg, k, count);
+    i = 0;
+    for (; i + 4 <= count; i += 4) {
+        V4d a, y;
+        std::memcpy(&a, A + i, sizeof a);
+        std::memcpy(&y, k + i, sizeof y);
+        y = a * y;
+        std::memcpy(k + i, &y, sizeof y);
+    }
+    for (; i < count; ++i) k[i] = A[i] * k[i];
+}
+
+void arrheniusArray(const double* A, const double* n, const double* E, double lnT, double invRT,
+                    double* arg, double* k, int count)
+{
+    static const bool simd = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+    if (simd) {
+        arrheniusArrayAvx2(A, n, E, lnT, invRT, arg, k, count);
+        return;
+    }
+    for (int i = 0; i < count; ++i) k[i] = A[i] * std::exp(n[i] * lnT - E[i] * invRT);
+}
+
 void expArray(const double* x, double* y, int n)
 {
     static const bool simd = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
@@ -72,6 +111,64 @@ void expArray(const double* x, double* y, int n)
         return;
     }
     for (int i = 0; i < n; ++i) y[i] = std::exp(x[i]);
+}
+
+// y = ln(x) over an array, AVX2 lanes as for expArray: x = 2^e m with m in [sqrt(1/2), sqrt(2)),
+// ln m = 2 atanh(s), s = (m - 1) / (m + 1), |s| <= 0.1716, by its odd series to s^21 (truncation
+// below 1e-17 relative); ln 2 in two parts. Lanes outside the normal positive range (0,
+// negatives, subnormals, infinity, NaN) are redone with std::log.
+__attribute__((target("avx2,fma"))) void logArrayAvx2(const double* x, double* y, int n)
+{
+    const V4i mantissa = {0x000FFFFFFFFFFFFFLL, 0x000FFFFFFFFFFFFFLL, 0x000FFFFFFFFFFFFFLL,
+                          0x000FFFFFFFFFFFFFLL};
+    const V4i oneBits = {0x3FF0000000000000LL, 0x3FF0000000000000LL, 0x3FF0000000000000LL,
+                         0x3FF0000000000000LL};
+    const V4d magic = {6755399441055744.0, 6755399441055744.0, 6755399441055744.0,
+                       6755399441055744.0};
+    const double sqrt2 = 1.41421356237309504880;
+    const double ln2Hi = 6.93147180369123816490e-01;
+    const double ln2Lo = 1.90821492927058770002e-10;
+    int i = 0;
+    for (; i + 4 <= n; i += 4) {
+        V4d v;
+        std::memcpy(&v, x + i, sizeof v);
+        const V4i bits = (V4i)v;
+        V4i e = (bits >> 52) - 1023;
+        V4d m = (V4d)((bits & mantissa) | oneBits);  // [1, 2)
+        const V4i big = m > sqrt2;                      // -1 where m is halved
+        m = (V4d)(((V4i)m & ~big) | ((V4i)(m * 0.5) & big));
+        e -= big;
+        const V4d k = (V4d)(e + (V4i)magic) - magic;
+        const V4d f = m - 1.0;
+        const V4d s = f / (m + 1.0);
+        const V4d z = s * s;
+        V4d p = z * (1.0 / 21) + 1.0 / 19;
+        p = p * z + 1.0 / 17;
+        p = p * z + 1.0 / 15;
+        p = p * z + 1.0 / 13;
+        p = p * z + 1.0 / 11;
+        p = p * z + 1.0 / 9;
+        p = p * z + 1.0 / 7;
+        p = p * z + 1.0 / 5;
+        p = p * z + 1.0 / 3;
+        const V4d s2 = s + s;
+        const V4d res = k * ln2Hi + (s2 + (s2 * z * p + k * ln2Lo));
+        std::memcpy(y + i, &res, sizeof res);
+    }
+    for (; i < n; ++i) y[i] = std::log(x[i]);
+    for (int j = 0; j < n; ++j)
+        if (!(x[j] >= 2.2250738585072014e-308 && x[j] <= 1.7976931348623157e308))
+            y[j] = std::log(x[j]);
+}
+
+void logArray(const double* x, double* y, int n)
+{
+    static const bool simd = __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma");
+    if (simd) {
+        logArrayAvx2(x, y, n);
+        return;
+    }
+    for (int i = 0; i < n; ++i) y[i] = std::log(x[i]);
 }
 
 double sumOf(const double* a, int first, int last)
@@ -233,6 +330,46 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
         h.partnerEnd = static_cast<std::int32_t>(m_partnerSpecies.size());
     }
 
+    m_shortReversible.clear();
+    m_longReversible.clear();
+    for (int j = 0; j < m_nr; ++j) {
+        const auto& h = m_hot[j];
+        if (!(h.flags & HotReversible)) continue;
+        if (h.products[3] == ns && h.products[4] == ns && h.products[5] == ns)
+            m_shortReversible.push_back({j, {h.products[0], h.products[1], h.products[2]},
+                                         h.reactants});
+        else
+            m_longReversible.push_back(j);
+    }
+
+    // Occurrence lists by counting sort; slots at the padding species are left out.
+    m_occurrenceBegin.assign(ns + 1, 0);
+    for (const auto& d : m_reactions) {
+        for (int k = 0; k < d.reactantCount; ++k)
+            if (d.reactants[k] < ns) ++m_occurrenceBegin[d.reactants[k] + 1];
+        for (int k = 0; k < d.productCount; ++k)
+            if (d.products[k] < ns) ++m_occurrenceBegin[d.products[k] + 1];
+    }
+    for (int i = 0; i < ns; ++i) m_occurrenceBegin[i + 1] += m_occurrenceBegin[i];
+    m_occurrence.assign(m_occurrenceBegin[ns], 0);
+    {
+        std::vector<std::int32_t> next(m_occurrenceBegin.begin(), m_occurrenceBegin.end() - 1);
+        for (int j = 0; j < m_nr; ++j) {
+            const auto& d = m_reactions[j];
+            for (int k = 0; k < d.reactantCount; ++k)
+                if (d.reactants[k] < ns) m_occurrence[next[d.reactants[k]]++] = 2 * j + 1;
+            for (int k = 0; k < d.productCount; ++k)
+                if (d.products[k] < ns) m_occurrence[next[d.products[k]]++] = 2 * j;
+        }
+    }
+    m_flux.assign(4 * static_cast<std::size_t>(m_nr) + 4, 0.0);
+    const std::size_t nf = m_falloffList.size();
+    m_falloffActive.assign(nf + 1, 0);
+    m_falloffPr.assign(nf + 1, 0.0);
+    m_falloffLog.assign(nf + 1, 0.0);
+    m_falloffExpArg.assign(nf + 1, 0.0);
+    m_falloffF.assign(nf + 1, 0.0);
+
     m_hOverRT.assign(ns + 1, 0.0);
     m_cpOverR.assign(ns + 1, 0.0);
     m_sOverR.assign(ns + 1, 0.0);
@@ -245,7 +382,6 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
     m_mult.assign(m_nr, 1.0);
     m_dmdM.assign(m_nr, 0.0);
     m_conc.assign(ns + 1, 1.0);
-    m_prod.assign(ns + 1, {0.0, 0.0});
     m_expArg.assign(std::max(ns, m_nr) + 1, 0.0);
     m_expOut.assign(std::max(ns, m_nr) + 1, 0.0);
     m_expMinusG.assign(ns + 1, 1.0);
@@ -306,10 +442,7 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
     const double* E = ws.m_E.data();
     double* kInf = ws.m_kInf.data();
     double* arg = ws.m_expArg.data();
-    double* ex = ws.m_expOut.data();
-    for (int j = 0; j < nr; ++j) arg[j] = n[j] * lnT - E[j] * invRT;
-    expArray(arg, ex, nr);
-    for (int j = 0; j < nr; ++j) kInf[j] = A[j] * ex[j];
+    arrheniusArray(A, n, E, lnT, invRT, arg, kInf, nr);
 
     // Fall-off reactions: k0 and the exponentials of the Troe centre or the SRI base, four a
     // reaction, in one batch.
@@ -332,19 +465,27 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
         }
     }
     expArray(fa, fe, 4 * nf);
+    double* fcent = ws.m_falloffPr.data();  // Troe Fcent, 1 for the other forms
+    double* lnFcent = ws.m_falloffLog.data();
     for (int t = 0; t < nf; ++t) {
         const int j = ws.m_falloffList[t];
         const auto& d = ws.m_reactions[j];
         const double* e = fe + 4 * t;
         ws.m_k0[j] = ws.m_A0[j] * e[0];
+        fcent[t] = 1;
         if (d.falloffKind == 1 || d.falloffKind == 3) {
             const double a = d.falloff[0];
-            double fcent = (1 - a) * e[1] + a * e[2];
-            if (d.falloffKind == 1) fcent += e[3];
-            ws.m_centre[j] = std::log(fcent) / Ln10;
+            fcent[t] = (1 - a) * e[1] + a * e[2];
+            if (d.falloffKind == 1) fcent[t] += e[3];
         } else if (d.falloffKind == 2) {
             ws.m_centre[j] = d.falloff[0] * e[1] + e[2];
         }
+    }
+    logArray(fcent, lnFcent, nf);
+    for (int t = 0; t < nf; ++t) {
+        const int j = ws.m_falloffList[t];
+        const int kind = ws.m_reactions[j].falloffKind;
+        if (kind == 1 || kind == 3) ws.m_centre[j] = lnFcent[t] / Ln10;
     }
 
     // Kc = exp(-dG/RT) / (R2 T)^(nR - nL) and its reciprocal (the reverse rate uses 1/Kc),
@@ -366,21 +507,13 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
         egInv[i] = 1.0 / eg[i];
         pair[i] = V2d{eg[i], egInv[i]};
     }
+    // Reactions that are not reversible keep Kc = 1/Kc = 0 from the build.
+    double* kcOut = ws.m_kc.data();
     double* invKc = ws.m_invKc.data();
-    for (int j = 0; j < nr; ++j) {
-        const auto& d = ws.m_hot[j];
-        if (!(d.flags & HotReversible)) {
-            ws.m_kc[j] = 0;
-            invKc[j] = 0;
-            continue;
-        }
-        const auto& p = d.products;
-        const auto& r = d.reactants;
-        const V2d fwd = pair[p[0]] * pair[p[1]] * pair[p[2]] * pair[p[3]] * pair[p[4]] * pair[p[5]];
-        const V2d rev = pair[r[0]] * pair[r[1]] * pair[r[2]];
-        double kc = fwd[0] * rev[1];
-        double inv = fwd[1] * rev[0];
-        const double dn = ws.m_dn[j];
+    const double* dnOf = ws.m_dn.data();
+    auto finish = [&](int j, const std::int32_t* p, const std::int32_t* r, double kc,
+                      double inv) __attribute__((always_inline)) {
+        const double dn = dnOf[j];
         if (dn == 0) {
         } else if (dn == 1) {
             kc *= invR2T;
@@ -399,54 +532,107 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
             kc = std::exp(-dG - dn * lnR2T);
             inv = 1.0 / kc;
         }
-        ws.m_kc[j] = kc;
+        kcOut[j] = kc;
         invKc[j] = inv;
+    };
+    for (const auto& s : ws.m_shortReversible) {
+        const auto& p = s.products;
+        const auto& r = s.reactants;
+        const V2d fwd = pair[p[0]] * pair[p[1]] * pair[p[2]];
+        const V2d rev = pair[r[0]] * pair[r[1]] * pair[r[2]];
+        finish(s.reaction, ws.m_hot[s.reaction].products.data(), r.data(), fwd[0] * rev[1],
+               fwd[1] * rev[0]);
+    }
+    for (const int j : ws.m_longReversible) {
+        const auto& p = ws.m_hot[j].products;
+        const auto& r = ws.m_hot[j].reactants;
+        const V2d fwd = pair[p[0]] * pair[p[1]] * pair[p[2]] * pair[p[3]] * pair[p[4]] * pair[p[5]];
+        const V2d rev = pair[r[0]] * pair[r[1]] * pair[r[2]];
+        finish(j, p.data(), r.data(), fwd[0] * rev[1], fwd[1] * rev[0]);
     }
     ws.m_T = T;
 }
 
 struct RateKernel {
-    // Fall-off multiplier m(M) and its slope dm/dM for reaction j.
-    static void falloff(const RateWorkspace& ws, int j, double M, double T, double& m, double& dmdM)
+    // Fall-off multipliers m(M) and slopes dm/dM of the active fall-off reactions, with the
+    // logarithms of Pr and the exponentials of the Troe form taken in batches. Leaves M, m and
+    // dm/dM in the workspace for the main loop; a third-body fall-off reaction without any
+    // collision partner (M <= 0) is left with m = 0 for the main loop to stop.
+    static void falloffBatch(RateWorkspace& ws, const double* c, double ctot, double T,
+                             std::span<const std::uint8_t> active)
     {
-        const auto& d = ws.m_reactions[j];
-        const double kInf = ws.m_kInf[j];
-        const double k0 = ws.m_k0[j];
-        const double pr = k0 * M / kInf;
-        if (!(pr > 0)) {  // k0 = 0: the low-pressure limit switches the reaction off
-            m = 0;
-            dmdM = 0;
-            return;
+        const int nf = static_cast<int>(ws.m_falloffList.size());
+        std::int32_t* list = ws.m_falloffActive.data();
+        double* pr = ws.m_falloffPr.data();
+        double* lnPr = ws.m_falloffLog.data();  // ln Pr, then d ln F / d log10 Pr
+        double* arg = ws.m_falloffExpArg.data();
+        double* Fv = ws.m_falloffF.data();
+        int na = 0;
+        for (int t = 0; t < nf; ++t) {
+            const int j = ws.m_falloffList[t];
+            if (!active.empty() && active[j] == 0) continue;
+            const auto& h = ws.m_hot[j];
+            double M = ctot;
+            if (h.flags & HotThirdBody) {
+                M = h.base * ctot;
+                for (int p = h.partnerBegin; p < h.partnerEnd; ++p)
+                    M += ws.m_partnerExcess[p] * c[ws.m_partnerSpecies[p]];
+            }
+            ws.m_M[j] = M;
+            const double x = ws.m_k0[j] * M / ws.m_kInf[j];
+            if (((h.flags & HotThirdBody) && !(M > 0)) || !(x > 0)) {
+                // No collision partner, or k0 = 0: the low-pressure limit switches it off.
+                ws.m_mult[j] = 0;
+                ws.m_dmdM[j] = 0;
+                continue;
+            }
+            list[na] = j;
+            pr[na] = x;
+            ++na;
         }
-        const double lind = pr / (1 + pr);
-        double F = 1;
-        double dlnFdL = 0;  // d ln F / d log10 Pr
-        if (d.falloffKind == 1 || d.falloffKind == 3) {
-            const double L = std::log10(pr);
-            const double fc = ws.m_centre[j];
-            const double c = -0.4 - 0.67 * fc;
-            const double nn = 0.75 - 1.27 * fc;
-            const double u = L + c;
-            const double den = nn - 0.14 * u;
-            const double w = u / den;
-            const double q = 1 + w * w;
-            const double log10F = fc / q;
-            F = std::exp(log10F * Ln10);
-            const double dwdu = nn / (den * den);
-            dlnFdL = Ln10 * (-2 * fc * w / (q * q)) * dwdu;
-        } else if (d.falloffKind == 2) {
-            const double L = std::log10(pr);
-            const double X = 1 / (1 + L * L);
-            F = std::pow(ws.m_centre[j], X);
-            if (d.falloff[3] > 0) F *= d.falloff[3];
-            if (d.falloff[4] != 0) F *= std::pow(T, d.falloff[4]);
-            const double dXdL = -2 * L * X * X;
-            dlnFdL = std::log(ws.m_centre[j]) * dXdL;
+        logArray(pr, lnPr, na);
+        for (int a = 0; a < na; ++a) {
+            const auto& d = ws.m_reactions[list[a]];
+            arg[a] = 0;
+            if (d.falloffKind == 1 || d.falloffKind == 3) {
+                const double L = lnPr[a] / Ln10;
+                const double fc = ws.m_centre[list[a]];
+                const double cc = -0.4 - 0.67 * fc;
+                const double nn = 0.75 - 1.27 * fc;
+                const double u = L + cc;
+                const double den = nn - 0.14 * u;
+                const double w = u / den;
+                const double q = 1 + w * w;
+                arg[a] = fc / q * Ln10;  // F = 10^(log10 Fcent / q)
+                const double dwdu = nn / (den * den);
+                lnPr[a] = Ln10 * (-2 * fc * w / (q * q)) * dwdu;
+            }
         }
-        m = lind * F;
-        // dm/dPr = F / (1 + Pr)^2 + Pr / (1 + Pr) dF/dPr, dF/dPr = F dlnF/dL / (Pr ln 10)
-        const double dmdPr = F / ((1 + pr) * (1 + pr)) + F * dlnFdL / (Ln10 * (1 + pr));
-        dmdM = dmdPr * k0 / kInf;
+        expArray(arg, Fv, na);
+        for (int a = 0; a < na; ++a) {
+            const int j = list[a];
+            const auto& d = ws.m_reactions[j];
+            const double x = pr[a];
+            double F = 1;
+            double dlnFdL = 0;  // d ln F / d log10 Pr
+            if (d.falloffKind == 1 || d.falloffKind == 3) {
+                F = Fv[a];
+                dlnFdL = lnPr[a];
+            } else if (d.falloffKind == 2) {
+                const double L = std::log10(x);
+                const double X = 1 / (1 + L * L);
+                F = std::pow(ws.m_centre[j], X);
+                if (d.falloff[3] > 0) F *= d.falloff[3];
+                if (d.falloff[4] != 0) F *= std::pow(T, d.falloff[4]);
+                const double dXdL = -2 * L * X * X;
+                dlnFdL = std::log(ws.m_centre[j]) * dXdL;
+            }
+            const double lind = x / (1 + x);
+            // dm/dPr = F / (1 + Pr)^2 + Pr / (1 + Pr) dF/dPr, dF/dPr = F dlnF/dL / (Pr ln 10)
+            const double dmdPr = F / ((1 + x) * (1 + x)) + F * dlnFdL / (Ln10 * (1 + x));
+            ws.m_mult[j] = lind * F;
+            ws.m_dmdM[j] = dmdPr * ws.m_k0[j] / ws.m_kInf[j];
+        }
     }
 };
 
@@ -472,43 +658,45 @@ void ComputeReactionRates(std::span<const double> concentrations, std::span<Rate
     ws.m_ctot = ctot;
     double* c = ws.m_conc.data();  // c[ns] = 1 (padding)
     for (int i = 0; i < ns; ++i) c[i] = concentrations[i];
-    RatePair* prod = ws.m_prod.data();  // row ns absorbs the padding slots
-    static_assert(sizeof(RatePair) == sizeof(V2d));
-    V2d* prodV = reinterpret_cast<V2d*>(prod);  // 16-byte aligned rows
-    for (int i = 0; i <= ns; ++i) prod[i] = {0.0, 0.0};
 
+    RateKernel::falloffBatch(ws, c, ctot, T, active);
+
+    static_assert(sizeof(RatePair) == sizeof(V2d));
+    V2d* flux = reinterpret_cast<V2d*>(ws.m_flux.data());  // 16-byte aligned pairs
     const double* h = ws.m_hOverRT.data();
     const double* kInf = ws.m_kInf.data();
     const double* invKc = ws.m_invKc.data();
     const RateWorkspace::HotReaction* hot = ws.m_hot.data();
     const bool all = active.empty();
     for (int j = 0; j < nr; ++j) {
-        if (!all && active[j] == 0) continue;
+        if (!all && active[j] == 0) {
+            flux[2 * j] = flux[2 * j + 1] = V2d{0.0, 0.0};
+            continue;
+        }
         const auto& d = hot[j];
         double k = kInf[j];
-        if (d.flags & (HotThirdBody | HotFalloff)) {
-            double M = ctot;
-            double m = 1;
-            double dmdM = 0;
-            if (d.flags & HotThirdBody) {
-                M = d.base * ctot;
-                for (int p = d.partnerBegin; p < d.partnerEnd; ++p)
-                    M += ws.m_partnerExcess[p] * c[ws.m_partnerSpecies[p]];
-                m = M;
-                dmdM = 1;
-                if (!(M > 0)) {  // no collision partner: the reaction stands still
-                    ws.m_M[j] = M;
-                    ws.m_mult[j] = 0;
-                    ws.m_dmdM[j] = 0;
-                    rates[j] = {0.0, 0.0};
-                    continue;
-                }
+        if (d.flags & HotFalloff) {
+            if ((d.flags & HotThirdBody) && !(ws.m_M[j] > 0)) {  // no collision partner
+                rates[j] = {0.0, 0.0};
+                flux[2 * j] = flux[2 * j + 1] = V2d{0.0, 0.0};
+                continue;
             }
-            if (d.flags & HotFalloff) RateKernel::falloff(ws, j, M, T, m, dmdM);
+            k *= ws.m_mult[j];
+        } else if (d.flags & HotThirdBody) {
+            double M = d.base * ctot;
+            for (int p = d.partnerBegin; p < d.partnerEnd; ++p)
+                M += ws.m_partnerExcess[p] * c[ws.m_partnerSpecies[p]];
             ws.m_M[j] = M;
-            ws.m_mult[j] = m;
-            ws.m_dmdM[j] = dmdM;
-            k *= m;
+            if (!(M > 0)) {  // no collision partner: the reaction stands still
+                ws.m_mult[j] = 0;
+                ws.m_dmdM[j] = 0;
+                rates[j] = {0.0, 0.0};
+                flux[2 * j] = flux[2 * j + 1] = V2d{0.0, 0.0};
+                continue;
+            }
+            ws.m_mult[j] = M;
+            ws.m_dmdM[j] = 1;
+            k *= M;
         } else {
             ws.m_mult[j] = 1;
         }
@@ -523,13 +711,10 @@ void ComputeReactionRates(std::span<const double> concentrations, std::span<Rate
             q = 0;
         rates[j] = {q, f};
 
-        // Gross formation counts the positive side only: -q for a reactant when q < 0. Each
-        // species row {net, gross} is updated as one two-lane vector.
+        // Gross formation counts the positive side only: -q for a reactant when q < 0.
         const double qNeg = q < 0 ? q : 0.0;
-        const V2d lost{q, qNeg};
-        const V2d gained{q, q - qNeg};
-        for (int s = 0; s < d.reactantCount; ++s) prodV[r[s]] -= lost;
-        for (int s = 0; s < d.productCount; ++s) prodV[p[s]] += gained;
+        flux[2 * j] = V2d{q, q - qNeg};
+        flux[2 * j + 1] = V2d{-q, -qNeg};
 
         if (wantHeat) {
             if (d.flags & HotNoHeat) {
@@ -541,7 +726,15 @@ void ComputeReactionRates(std::span<const double> concentrations, std::span<Rate
             }
         }
     }
-    for (int i = 0; i < ns; ++i) production[i] = prod[i];
+
+    // Each species row sums its terms in reaction order, one two-lane vector at a time.
+    const std::int32_t* occ = ws.m_occurrence.data();
+    const std::int32_t* begin = ws.m_occurrenceBegin.data();
+    for (int i = 0; i < ns; ++i) {
+        V2d acc{0.0, 0.0};
+        for (int o = begin[i]; o < begin[i + 1]; ++o) acc += flux[occ[o]];
+        production[i] = {acc[0], acc[1]};
+    }
 
     if (energy) {
         double A = 0;

@@ -151,6 +151,19 @@ private:
     std::vector<double> m_A0, m_n0, m_E0;     // slots 4-6
     std::vector<double> m_dn;                 // nR - nL (molecule counts, slots 11 - 10)
     std::vector<std::int32_t> m_falloffList;  // reactions with a low limit
+    // Reversible reactions with at most three products (the common case), whose Kc takes
+    // three product and three reactant slots; the rest go through the full six slots.
+    struct ShortReversible {
+        std::int32_t reaction;
+        std::array<std::int32_t, 3> products;
+        std::array<std::int32_t, 3> reactants;
+    };
+    std::vector<ShortReversible> m_shortReversible;
+    std::vector<std::int32_t> m_longReversible;
+    // Species occurrences in reaction order (reactant slots, then product slots): index
+    // 2 j for a product slot of reaction j, 2 j + 1 for a reactant slot, into m_flux.
+    std::vector<std::int32_t> m_occurrenceBegin;  // NS + 1 entries
+    std::vector<std::int32_t> m_occurrence;
 
     // Per-state results.
     std::vector<double> m_hOverRT, m_cpOverR, m_sOverR, m_gOverRT, m_expMinusG, m_expPlusG;
@@ -158,11 +171,17 @@ private:
     std::vector<double> m_M, m_mult, m_dmdM;
     double m_ctot = 0;
     std::vector<double> m_conc;     // NS + 1 entries, last = 1 (padding slot)
-    std::vector<RatePair> m_prod;   // NS + 1 rows, the last one absorbs padding slots
     std::vector<double> m_expArg, m_expOut;  // arguments and values of batched exponentials
     std::vector<double> m_falloffArg, m_falloffExp;  // four a fall-off reaction
     std::vector<double> m_gPairs;  // (exp(-g/RT), exp(g/RT)) per species, NS + 1 pairs
     std::vector<double> m_moleFrac;
+    // Per reaction the two-lane terms it adds to a product's and a reactant's {net, gross}
+    // production row: (q, q - min(q, 0)) and (-q, -min(q, 0)).
+    std::vector<double> m_flux;
+    // Fall-off batch at one state: active reactions with Pr > 0, their Pr, then ln Pr, then
+    // the exponent of F and F.
+    std::vector<std::int32_t> m_falloffActive;
+    std::vector<double> m_falloffPr, m_falloffLog, m_falloffExpArg, m_falloffF;
 };
 
 //! Species polynomial at T: coefficients[1..14] as in a ThermoRecord (index 0 unused), the
