@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "core/reduction/SmallMechanism.h"
 #include "reduction/ChemkinConversion.h"
 #include "shell/Error.h"
@@ -11,14 +13,7 @@ using namespace zarvion::testing;
 
 std::tm Stamp()
 {
-    std::tm t{};
-    t.tm_year = 2014 - 1900;
-    t.tm_mon = 2;
-    t.tm_mday = 5;
-    t.tm_hour = 9;
-    t.tm_min = 7;
-    t.tm_sec = 3;
-    return t;
+    return ClockAt(2014, 3, 5, 9, 7, 3);
 }
 
 std::string Pad45(std::string s)
@@ -121,51 +116,35 @@ TEST_F(ChemkinConversionTest, RefusalsCarryTheirExactTexts)
     const std::ptrdiff_t thermoAt = findLine("THERMO");
     const std::ptrdiff_t reactionsAt = findLine("REACTIONS");
 
-    {
+    using Edit = std::function<void(std::vector<std::string>&)>;
+    const std::vector<std::pair<Edit, std::string>> cases = {
+        {[&](auto& l) { l[thermoAt] = "THERMO ALL"; }, "', thermodynamic data are not found."},
+        {[&](auto& l) { l.erase(l.begin() + reactionsAt - 2); }, // the THERMO block's "END"
+         "', thermodynamic data do not contain the trailing keyword 'End'. The text conversion "
+         "cannot be performed."},
+        {[&](auto& l) { l[reactionsAt] = "REACTION"; }, "', reactions are not found."},
+        {[&](auto& l) { l.pop_back(); },
+         "', reaction list does not contain the trailing keyword 'End'. The text conversion "
+         "cannot be performed."},
+    };
+    for (const auto& [edit, tail] : cases) {
         auto lines = good;
-        lines[thermoAt] = "THERMO ALL";
-        const auto p = Write(lines);
-        EXPECT_EQ(ConvertReactions(p, Stamp()).message.text,
-                  "In the file '" + p.string() + "', thermodynamic data are not found.");
-    }
-    {
-        auto lines = good;
-        lines.erase(lines.begin() + reactionsAt - 2); // the "END" of the THERMO block
+        edit(lines);
         const auto p = Write(lines);
         const auto c = ConvertReactions(p, Stamp());
-        EXPECT_EQ(c.message.text, "In the file '" + p.string() +
-                                      "', thermodynamic data do not contain the trailing "
-                                      "keyword 'End'. The text conversion cannot be performed.");
+        SCOPED_TRACE(tail);
+        EXPECT_EQ(c.message.text, "In the file '" + p.string() + tail);
         EXPECT_EQ(c.message.style, 48);
         EXPECT_EQ(c.message.title, "ZARVION");
     }
-    {
-        auto lines = good;
-        lines[reactionsAt] = "REACTION";
-        const auto p = Write(lines);
-        EXPECT_EQ(ConvertReactions(p, Stamp()).message.text,
-                  "In the file '" + p.string() + "', reactions are not found.");
-    }
-    {
-        auto lines = good;
-        lines.pop_back(); // closing "END"
-        const auto p = Write(lines);
-        EXPECT_EQ(ConvertReactions(p, Stamp()).message.text,
-                  "In the file '" + p.string() +
-                      "', reaction list does not contain the trailing keyword 'End'. The text "
-                      "conversion cannot be performed.");
-    }
-    {
-        auto lines = good;
-        // the title of reaction 3: two reactions have been converted before it
-        const std::ptrdiff_t third = findLine(" 3    H+O+M=OH+M");
-        ASSERT_LT(third, static_cast<std::ptrdiff_t>(lines.size()));
-        lines[third] = " 3    H+O+M>OH+M";
-        const auto p = Write(lines);
-        const auto c = ConvertReactions(p, Stamp());
-        EXPECT_EQ(c.message.text, "Reaction '2', error in the text format.");
-        EXPECT_TRUE(c.lines.empty());
-    }
+    // the title of reaction 3 is broken: two reactions have been converted before it
+    auto lines = good;
+    const std::ptrdiff_t third = findLine(" 3    H+O+M=OH+M");
+    ASSERT_LT(third, static_cast<std::ptrdiff_t>(lines.size()));
+    lines[third] = " 3    H+O+M>OH+M";
+    const auto c = ConvertReactions(Write(lines), Stamp());
+    EXPECT_EQ(c.message.text, "Reaction '2', error in the text format.");
+    EXPECT_TRUE(c.lines.empty());
 }
 
 TEST_F(ChemkinConversionTest, CutRecordAndBadIndexAreFaultsNotCrashes)

@@ -12,14 +12,7 @@ using namespace zarvion::testing;
 
 std::tm Stamp()
 {
-    std::tm t{};
-    t.tm_year = 2014 - 1900;
-    t.tm_mon = 2;
-    t.tm_mday = 5;
-    t.tm_hour = 14;
-    t.tm_min = 30;
-    t.tm_sec = 0;
-    return t;
+    return ClockAt(2014, 3, 5, 14, 30, 0);
 }
 
 class ReducedFileWriterTest : public ::testing::Test {

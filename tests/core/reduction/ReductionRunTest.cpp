@@ -15,14 +15,9 @@ using namespace zarvion::testing;
 
 std::tm Stamp()
 {
-    std::tm t{};
-    t.tm_year = 2020 - 1900;
-    t.tm_mday = 1;
-    return t;
+    return ClockAt(2020, 1, 1);
 }
 
-// A solved file of the small mechanism with five rows of a made-up but physical-looking
-// history: H2 and O2 are consumed into H2O through the radicals.
 class ReductionRunTest : public ::testing::Test {
 protected:
     std::filesystem::path dir = FreshFolder("reduction_run");
@@ -32,15 +27,7 @@ protected:
 
     void SetUp() override
     {
-        std::vector<FixtureRow> rows;
-        for (int i = 0; i < 5; ++i) {
-            const double x = 0.2 * i; // progress of the reaction
-            rows.push_back({1e-4 * i, 1400.0 + 600.0 * x,
-                            {0.028 * (1 - x) + 1e-4, 0.22 * (1 - x) + 1e-3, 1e-4 * (1 + i),
-                             2e-4 * (1 + i), 5e-4 * (1 + i), 0.25 * x, 0.5, 1e-5 * (1 + i),
-                             1e-6 * (1 + i)}});
-        }
-        WriteLines(source, SolverFileLines({}, SmallSpecies(), SmallReactions(), rows));
+        WriteLines(source, SolverFileLines({}, SmallSpecies(), SmallReactions(), BurningRows(5)));
         postprocessor::ReadOutcome outcome;
         results = postprocessor::OPEN_Rich(source, postprocessor::ReaderForm::SOL_RESX, {}, outcome);
         ASSERT_FALSE(outcome.failed) << outcome.message.text;

@@ -134,56 +134,61 @@ TEST_F(SelectionTest, CloseOverReactionsAddsExplicitPartner)
     EXPECT_EQ(species.pending[4], 1);
 }
 
+//! n reactions A = B, both species at unit first-row concentration.
+ReductionTables Chain(int n)
+{
+    ReductionTables t;
+    const std::vector<solverfile::ReactionInts> ints(
+        n, Ints({1, 0, 0, 2, 0, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1}));
+    LoadReductionTables(t, 2, {"A", "B"}, n, ints, std::vector<solverfile::ReactionReals>(n));
+    t.FirstRowConcentrations = {1, 1};
+    return t;
+}
+
+//! One selection on fresh flags: the kept flags of species and of reactions.
+std::pair<std::vector<std::uint8_t>, std::vector<std::uint8_t>> Select(ReductionTables& t,
+                                                                       const ReductionRequest& q)
+{
+    RowFlags s;
+    RowFlags r;
+    s.reset(static_cast<std::size_t>(t.NumSpecies));
+    r.reset(static_cast<std::size_t>(t.NumReactions));
+    SelectRow(t, q, s, r);
+    return {s.kept, r.kept};
+}
+
 TEST(SelectionTies, EqualMagnitudesKeepTheLowerReactionNumber)
 {
     // Six reactions A = B with |rates| 1, 10, 1, 1, 1, 1: total 15, limit 3.75 at 0.25.
     // Sorted: r2, r1, r3, r4, r5, r6; the tail r4..r6 (3) fits, r3 would make 4; r4 / 3.75
     // = 0.27 stays out. Kept: r2, r1, r3 - the tied rows with the lower numbers.
-    ReductionTables t;
-    std::vector<solverfile::ReactionInts> ints(6, Ints({1, 0, 0, 2, 0, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1}));
-    LoadReductionTables(t, 2, {"A", "B"}, 6, ints, std::vector<solverfile::ReactionReals>(6));
+    ReductionTables t = Chain(6);
     const std::vector<double> v = {1, 10, 1, 1, 1, 1};
     for (int r = 0; r < 6; ++r) {
         t.RateTable[r] = {r + 1, v[r]};
     }
-    t.FirstRowConcentrations = {1, 1};
-    RowFlags s;
-    RowFlags r;
-    s.reset(2);
-    r.reset(6);
     ReductionRequest q;
     q.targetSpecies = {1};
     q.speciesParameters = {0.25};
     q.nonTargetParameter = 1;
-    SelectRow(t, q, s, r);
-    EXPECT_EQ(r.kept, (std::vector<std::uint8_t>{1, 1, 1, 0, 0, 0}));
+    EXPECT_EQ(Select(t, q).second, (std::vector<std::uint8_t>{1, 1, 1, 0, 0, 0}));
 }
 
 TEST(SelectionTemperature, HeatTableRanksReactionsForTemperature)
 {
-    ReductionTables t;
-    std::vector<solverfile::ReactionInts> ints(3, Ints({1, 0, 0, 2, 0, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1}));
-    LoadReductionTables(t, 2, {"A", "B"}, 3, ints, std::vector<solverfile::ReactionReals>(3));
-    t.FirstRowConcentrations = {1, 1};
+    ReductionTables t = Chain(3);
     t.HeatTable = {{1, 0.1}, {2, -50}, {3, 5}};
     t.TemperatureIsTarget = true;
-    RowFlags s;
-    RowFlags r;
-    s.reset(2);
-    r.reset(3);
     ReductionRequest q;
     q.temperatureParameter = 0.1; // limit 5.51: r1 (0.1) and r3 (5) form the tail; 5/5.51 > 0.3
     q.nonTargetParameter = 1;
-    SelectRow(t, q, s, r);
-    EXPECT_EQ(r.kept, (std::vector<std::uint8_t>{0, 1, 1}));
-    EXPECT_EQ(s.kept, (std::vector<std::uint8_t>{1, 1}));
-
-    s.reset(2);
-    r.reset(3);
+    auto [s, r] = Select(t, q);
+    EXPECT_EQ(r, (std::vector<std::uint8_t>{0, 1, 1}));
+    EXPECT_EQ(s, (std::vector<std::uint8_t>{1, 1}));
     q.temperatureParameter = 1.0; // keeps nothing
-    SelectRow(t, q, s, r);
-    EXPECT_EQ(r.kept, (std::vector<std::uint8_t>{0, 0, 0}));
-    EXPECT_EQ(s.kept, (std::vector<std::uint8_t>{0, 0}));
+    std::tie(s, r) = Select(t, q);
+    EXPECT_EQ(r, (std::vector<std::uint8_t>{0, 0, 0}));
+    EXPECT_EQ(s, (std::vector<std::uint8_t>{0, 0}));
 }
 
 } // namespace

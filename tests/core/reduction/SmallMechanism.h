@@ -64,4 +64,19 @@ inline std::vector<FixtureReaction> SmallReactions()
     return r;
 }
 
+//! Rows of a made-up but physical-looking history of the small set: H2 and O2 are consumed
+//! into H2O through the radicals, whose fractions grow row by row.
+inline std::vector<FixtureRow> BurningRows(int count)
+{
+    std::vector<FixtureRow> rows;
+    for (int i = 0; i < count; ++i) {
+        const double x = 0.2 * i; // progress of the reaction
+        rows.push_back({1e-4 * i, 1400.0 + 600.0 * x,
+                        {0.028 * (1 - x) + 1e-4, 0.22 * (1 - x) + 1e-3, 1e-4 * (1 + i),
+                         2e-4 * (1 + i), 5e-4 * (1 + i), 0.25 * x, 0.5, 1e-5 * (1 + i),
+                         1e-6 * (1 + i)}});
+    }
+    return rows;
+}
+
 } // namespace zarvion::testing

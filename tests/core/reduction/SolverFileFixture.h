@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdio>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -204,6 +205,19 @@ inline void WriteLines(const std::filesystem::path& path, const std::vector<std:
     for (const auto& s : lines) {
         out << s << "\r\n";
     }
+}
+
+//! A fixed clock reading for files that carry the time they were written.
+inline std::tm ClockAt(int year, int month, int day, int hour = 0, int minute = 0, int second = 0)
+{
+    std::tm t{};
+    t.tm_year = year - 1900;
+    t.tm_mon = month - 1;
+    t.tm_mday = day;
+    t.tm_hour = hour;
+    t.tm_min = minute;
+    t.tm_sec = second;
+    return t;
 }
 
 //! A fresh empty folder under the system temporary folder.
