@@ -11,7 +11,7 @@ namespace zarvion::postprocessor {
 namespace {
 
 using testing::Codata;
-using testing::FixtureState;
+using testing::FourRows;
 using testing::MakeResults;
 
 std::string ReadGolden(const std::string& name)
@@ -21,14 +21,6 @@ std::string ReadGolden(const std::string& name)
     std::stringstream s;
     s << in.rdbuf();
     return s.str();
-}
-
-std::vector<FixtureState> FourRows()
-{
-    return {{0.0, 1000.0, {0.3, 0.0, 0.7, 0.0}},
-            {0.5, 1000.0, {0.2, 0.1, 0.7, 0.0}},
-            {1.0, 1000.0, {0.1, 0.2, 0.7, 0.0}},
-            {1.5, 1000.0, {0.05, 0.25, 0.7, 0.0}}};
 }
 
 DataViewContext Context()

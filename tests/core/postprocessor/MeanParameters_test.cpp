@@ -12,17 +12,8 @@ namespace {
 
 using testing::Codata;
 using testing::FixtureState;
+using testing::FourRows;
 using testing::MakeResults;
-
-// Four rows at 1000 K, 1 atm. yA + yB = 0.3 and WA = WB, so S = 0.3/20 + 0.7/28 = 0.04 and
-// M = 25 g/mol in every row; mole fractions are x_i = y_i / (W_i S).
-std::vector<FixtureState> FourRows()
-{
-    return {{0.0, 1000.0, {0.3, 0.0, 0.7, 0.0}},
-            {0.5, 1000.0, {0.2, 0.1, 0.7, 0.0}},
-            {1.0, 1000.0, {0.1, 0.2, 0.7, 0.0}},
-            {1.5, 1000.0, {0.05, 0.25, 0.7, 0.0}}};
-}
 
 const double Rgd = Codata().gasConstantDensity(); // 82.057366 cm^3 atm/(mol K)
 

@@ -127,6 +127,16 @@ inline ResultSet MakeResults(const std::vector<FixtureState>& states, FixtureOpt
     return r;
 }
 
+//! Four rows at 1000 K, 1 atm. yA + yB = 0.3 and WA = WB, so S = 0.3/20 + 0.7/28 = 0.04 and
+//! M = 25 g/mol in every row; mole fractions are x_i = y_i / (W_i S).
+inline std::vector<FixtureState> FourRows()
+{
+    return {{0.0, 1000.0, {0.3, 0.0, 0.7, 0.0}},
+            {0.5, 1000.0, {0.2, 0.1, 0.7, 0.0}},
+            {1.0, 1000.0, {0.1, 0.2, 0.7, 0.0}},
+            {1.5, 1000.0, {0.05, 0.25, 0.7, 0.0}}};
+}
+
 //! yA = 0.3 exp(-lambda t), yB = 0.3 - yA, yN = 0.7, yZ = 0, at times t_k = tEnd (k/n)^1.4.
 inline std::vector<FixtureState> DecayStates(int n, double tEnd = 1.0, double lambda = 2.0)
 {

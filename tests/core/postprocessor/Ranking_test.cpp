@@ -47,32 +47,37 @@ TEST(Ranking, NanNeverBreaksTheSort)
     EXPECT_EQ(numbers(rows), (std::vector<int>{4, 2, 1, 3}));
 }
 
-TEST(Ranking, CutoffCountLimits)
+TEST(Ranking, CutoffCountLimitsAndTail)
 {
-    const std::vector<double> v{5.0, -3.0, 1.0, 1.0};
-    EXPECT_EQ(CutoffCount(v, 1.0), 0u);
-    EXPECT_EQ(CutoffCount(v, 1.5), 0u);
-    EXPECT_EQ(CutoffCount(v, 0.0), 4u);
-    EXPECT_EQ(CutoffCount(v, -0.1), 4u);
-    const std::vector<double> zeros{0.0, 0.0, 0.0};
-    EXPECT_EQ(CutoffCount(zeros, 0.5), 0u); // zero allowance
-    EXPECT_EQ(CutoffCount(zeros, 0.0), 3u); // p = 0 keeps even zero rows
-    EXPECT_EQ(CutoffCount(std::vector<double>{}, 0.5), 0u);
-}
-
-TEST(Ranking, CutoffCountDropsTailWithinAllowance)
-{
-    // Hand calculation: total 10, p = 0.25 gives t = 2.5. Tail sums from the end: 1, 2, 5 > 2.5
-    // at row 2, so n = 2. Row 3 (1.0) / 2.5 = 0.4 > 0.3: row 3 comes back, n = 3.
-    const std::vector<double> v{5.0, -3.0, 1.0, 1.0};
-    EXPECT_EQ(CutoffCount(v, 0.25), 3u);
-    // p = 0.45, t = 4.5: tail 1, 2, 5 > 4.5 at row 2; row 3 / 4.5 = 0.222 <= 0.3: n = 2.
-    EXPECT_EQ(CutoffCount(v, 0.45), 2u);
-    // p = 0.05, t = 0.5: the last row (1) alone exceeds it, n = 4 = count.
-    EXPECT_EQ(CutoffCount(v, 0.05), 4u);
-    // t = 0.3 x total exactly equal to a tail sum is not exceeded: values 7, 2, 1 (total 10),
-    // p = 0.3, t = 3: tail 1, 3 (not > 3), 10 > 3 at row 1; row 2: 2/3 > 0.3, n = 2.
-    EXPECT_EQ(CutoffCount(std::vector<double>{7.0, 2.0, 1.0}, 0.3), 2u);
+    // Hand calculations of the cut-off: t = p x total; rows are dropped from the end while
+    // their sum does not exceed t, and the last dropped row comes back when above 0.3 t.
+    struct Case {
+        std::vector<double> values;
+        double p;
+        std::size_t count;
+    };
+    const std::vector<double> v{5.0, -3.0, 1.0, 1.0}; // total 10
+    const std::vector<Case> cases = {
+        {v, 1.0, 0},
+        {v, 1.5, 0},
+        {v, 0.0, 4},
+        {v, -0.1, 4},
+        {{0.0, 0.0, 0.0}, 0.5, 0}, // zero allowance
+        {{0.0, 0.0, 0.0}, 0.0, 3}, // p = 0 keeps even zero rows
+        {{}, 0.5, 0},
+        // t = 2.5: tail 1, 2, 5 > 2.5 at row 2, n = 2; row 3: 1 / 2.5 = 0.4 > 0.3, n = 3
+        {v, 0.25, 3},
+        // t = 4.5: tail 1, 2, 5 > 4.5 at row 2; row 3: 1 / 4.5 = 0.222 <= 0.3, n = 2
+        {v, 0.45, 2},
+        // t = 0.5: the last row alone exceeds it, n = count
+        {v, 0.05, 4},
+        // total 10, t = 3 equal to the tail sum 1 + 2 is not exceeded; row 2: 2/3 > 0.3
+        {{7.0, 2.0, 1.0}, 0.3, 2},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(::testing::Message() << "p = " << c.p << ", " << c.values.size() << " rows");
+        EXPECT_EQ(CutoffCount(c.values, c.p), c.count);
+    }
 }
 
 TEST(Ranking, CutoffCountOverRows)

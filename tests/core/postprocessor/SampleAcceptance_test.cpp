@@ -2,6 +2,8 @@
 // and the species change, and the temperature derivative against the stored temperatures.
 // The solved files come from ZARVION_SOLVED_DIR when set, else from Samples/.
 
+#include "PostprocessorFixture.h"
+
 #include "postprocessor/PostprocessorSession.h"
 #include "postprocessor/ProductionAnalysis.h"
 #include "postprocessor/ReactionRateViews.h"
@@ -16,18 +18,14 @@
 namespace zarvion::postprocessor {
 namespace {
 
+using testing::Codata;
+
 std::filesystem::path SolvedSample(const std::string& name)
 {
     if (const char* dir = std::getenv("ZARVION_SOLVED_DIR")) {
         return std::filesystem::path(dir) / name;
     }
     return std::filesystem::path(ZARVION_SOURCE_DIR) / "Samples" / name;
-}
-
-SessionConstants Codata()
-{
-    return SessionConstants::FromStored(8.314462618, 1.987204259, 6.02214076E+23, 1.380649E-23,
-                                        101.325);
 }
 
 std::unique_ptr<PostprocessorState> Open(const std::string& name)
