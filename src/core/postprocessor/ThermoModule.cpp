@@ -18,6 +18,7 @@ constexpr std::uint8_t HotReversible = 1;
 constexpr std::uint8_t HotThirdBody = 2;
 constexpr std::uint8_t HotFalloff = 4;
 constexpr std::uint8_t HotNoHeat = 8;
+constexpr std::uint8_t HotShortProducts = 16;  // product slots 3 to 5 are padding
 
 // y = exp(x) over an array. Four lanes at a time where the processor has AVX2 and FMA:
 // exp(x) = 2^k exp(r), k = round(x / ln 2), r = x - k ln 2 with a two-part ln 2 (|r| <= ln2 / 2),
@@ -320,7 +321,11 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
         h.flags = static_cast<std::uint8_t>((d.reversible == 1 ? HotReversible : 0) |
                                             (thirdBody ? HotThirdBody : 0) |
                                             (d.hasLowLimit == 1 ? HotFalloff : 0) |
-                                            (d.reversible == -1 ? HotNoHeat : 0));
+                                            (d.reversible == -1 ? HotNoHeat : 0) |
+                                            (d.products[3] == ns && d.products[4] == ns &&
+                                                     d.products[5] == ns
+                                                 ? HotShortProducts
+                                                 : 0));
         h.base = d.thirdBodyKind > 0 ? 1 : 0;
         h.partnerBegin = static_cast<std::int32_t>(m_partnerSpecies.size());
         for (int k = 0; k < d.partnerCount; ++k) {
@@ -335,11 +340,25 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
     for (int j = 0; j < m_nr; ++j) {
         const auto& h = m_hot[j];
         if (!(h.flags & HotReversible)) continue;
-        if (h.products[3] == ns && h.products[4] == ns && h.products[5] == ns)
-            m_shortReversible.push_back({j, {h.products[0], h.products[1], h.products[2]},
-                                         h.reactants});
+        const double dn = m_dn[j];
+        if (h.products[3] == ns && h.products[4] == ns && h.products[5] == ns &&
+            (dn == 0 || dn == 1 || dn == -1))
+            m_shortReversible.push_back(
+                {j, {h.products[0], h.products[1], h.products[2]}, h.reactants});
         else
             m_longReversible.push_back(j);
+    }
+
+    // Grouped by dn = 0, 1, -1 so that each group scales by one fixed factor.
+    std::stable_sort(m_shortReversible.begin(), m_shortReversible.end(),
+                     [this](const ShortReversible& a, const ShortReversible& b) {
+                         auto rank = [this](int j) { return m_dn[j] == 0 ? 0 : m_dn[j] == 1 ? 1 : 2; };
+                         return rank(a.reaction) < rank(b.reaction);
+                     });
+    m_shortGroupEnd[0] = m_shortGroupEnd[1] = 0;
+    for (const auto& e : m_shortReversible) {
+        if (m_dn[e.reaction] == 0) ++m_shortGroupEnd[0];
+        if (m_dn[e.reaction] != -1) ++m_shortGroupEnd[1];
     }
 
     // Occurrence lists by counting sort; slots at the padding species are left out.
@@ -535,13 +554,34 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
         kcOut[j] = kc;
         invKc[j] = inv;
     };
-    for (const auto& s : ws.m_shortReversible) {
+    const auto* shortList = ws.m_shortReversible.data();
+    const int groupEnd[3] = {ws.m_shortGroupEnd[0], ws.m_shortGroupEnd[1],
+                             static_cast<int>(ws.m_shortReversible.size())};
+    // Factors (on Kc, on 1/Kc) of the groups dn = 0, 1, -1.
+    const V2d groupScale[3] = {V2d{1.0, 1.0}, V2d{invR2T, R2T}, V2d{R2T, invR2T}};
+    for (int e = 0, group = 0; e < groupEnd[2]; ++e) {
+        while (e == groupEnd[group]) ++group;
+        const auto& s = shortList[e];
         const auto& p = s.products;
         const auto& r = s.reactants;
         const V2d fwd = pair[p[0]] * pair[p[1]] * pair[p[2]];
         const V2d rev = pair[r[0]] * pair[r[1]] * pair[r[2]];
-        finish(s.reaction, ws.m_hot[s.reaction].products.data(), r.data(), fwd[0] * rev[1],
-               fwd[1] * rev[0]);
+        double kc = fwd[0] * rev[1];
+        double inv = fwd[1] * rev[0];
+        if (group != 0) {
+            kc *= groupScale[group][0];
+            inv *= groupScale[group][1];
+        }
+        const int j = s.reaction;
+        if (!(kc > 1e-280 && kc < 1e280)) {
+            const auto& hp = ws.m_hot[j].products;
+            const auto& hr = ws.m_hot[j].reactants;
+            const double dG = g[hp[0]] + g[hp[1]] + g[hp[2]] - g[hr[0]] - g[hr[1]] - g[hr[2]];
+            kc = std::exp(-dG - dnOf[j] * lnR2T);
+            inv = 1.0 / kc;
+        }
+        kcOut[j] = kc;
+        invKc[j] = inv;
     }
     for (const int j : ws.m_longReversible) {
         const auto& p = ws.m_hot[j].products;
@@ -705,8 +745,13 @@ void ComputeReactionRates(std::span<const double> concentrations, std::span<Rate
         const auto& p = d.products;
         const double f = k * c[r[0]] * c[r[1]] * c[r[2]];
         double q = f;
-        if (d.flags & HotReversible)
-            q -= k * invKc[j] * c[p[0]] * c[p[1]] * c[p[2]] * c[p[3]] * c[p[4]] * c[p[5]];
+        if (d.flags & HotReversible) {
+            // Padding slots hold concentration 1, so the short product is the same number.
+            if (d.flags & HotShortProducts)
+                q -= k * invKc[j] * c[p[0]] * c[p[1]] * c[p[2]];
+            else
+                q -= k * invKc[j] * c[p[0]] * c[p[1]] * c[p[2]] * c[p[3]] * c[p[4]] * c[p[5]];
+        }
         if (applySmallDifferenceCut && f != 0 && std::abs(q) < SmallDifferenceCut * std::abs(f))
             q = 0;
         rates[j] = {q, f};

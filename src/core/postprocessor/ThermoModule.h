@@ -158,7 +158,8 @@ private:
         std::array<std::int32_t, 3> products;
         std::array<std::int32_t, 3> reactants;
     };
-    std::vector<ShortReversible> m_shortReversible;
+    std::vector<ShortReversible> m_shortReversible;  // by dn: 0, then 1, then -1
+    std::array<int, 2> m_shortGroupEnd{};            // ends of the dn = 0 and dn = 1 groups
     std::vector<std::int32_t> m_longReversible;
     // Species occurrences in reaction order (reactant slots, then product slots): index
     // 2 j for a product slot of reaction j, 2 j + 1 for a reactant slot, into m_flux.
