@@ -38,39 +38,32 @@ TEST(UsedData, WholeTableOnLoad)
 
 TEST(UsedData, IntervalBoundsWithToleranceAndLoweredStart)
 {
+    // Row k holds t = k - 1. The start is the first row at or above the begin less 1E-4 of a
+    // step, lowered by one; the end is the first row at or above the end, else the last row;
+    // both bounds then take the times of their rows.
+    struct Case {
+        double begin, end;
+        std::vector<int> rows;
+    };
+    const std::vector<Case> cases = {
+        {3.5, 6.5, {4, 5, 6, 7, 8}}, // inside steps: t = 4 lowered to t = 3, end at t = 7
+        {3.0, 6.0, {4, 5, 6, 7}},    // on rows: past t = 3 by the tolerance, lowered back
+        {4.2, 4.6, {5, 6}},          // both ends inside one step still give two rows
+        {8.0, 100.0, {9, 10}},       // an end beyond the table runs to the last row
+    };
     PostprocessorState st(TenRows(), Codata());
-    // Inside steps: first row at or above 3.5 is t = 4, lowered by one to t = 3; the end
-    // stops at the first t >= 6.5, t = 7.
-    st.IntervalBegin = 3.5;
-    st.IntervalEnd = 6.5;
-    st.UsedData();
-    EXPECT_EQ(st.IntervalFirst, 4);
-    EXPECT_EQ(st.IntervalLast, 8);
-    EXPECT_EQ(st.pointCount, 5);
-    EXPECT_DOUBLE_EQ(st.IntervalBegin, 3.0);
-    EXPECT_DOUBLE_EQ(st.IntervalEnd, 7.0);
-
-    // Exactly on rows: the tolerance 1E-4 of a step moves the start past t = 3 to t = 4,
-    // and the lowering brings it back to t = 3; the end stays on t = 6.
-    st.IntervalBegin = 3.0;
-    st.IntervalEnd = 6.0;
-    st.UsedData();
-    EXPECT_EQ(st.IntervalFirst, 4);
-    EXPECT_EQ(st.IntervalLast, 7);
-    EXPECT_EQ(Rows(st), (std::vector<int>{4, 5, 6, 7}));
-
-    // Both ends inside one step still give two rows.
-    st.IntervalBegin = 4.2;
-    st.IntervalEnd = 4.6;
-    st.UsedData();
-    EXPECT_EQ(Rows(st), (std::vector<int>{5, 6}));
-
-    // An end beyond the table runs to the last row (row k holds t = k - 1).
-    st.IntervalBegin = 8.0;
-    st.IntervalEnd = 100.0;
-    st.UsedData();
-    EXPECT_EQ(st.IntervalLast, 10);
-    EXPECT_EQ(Rows(st), (std::vector<int>{9, 10}));
+    for (const Case& c : cases) {
+        SCOPED_TRACE(::testing::Message() << c.begin << " - " << c.end);
+        st.IntervalBegin = c.begin;
+        st.IntervalEnd = c.end;
+        st.UsedData();
+        EXPECT_EQ(Rows(st), c.rows);
+        EXPECT_EQ(st.IntervalFirst, c.rows.front());
+        EXPECT_EQ(st.IntervalLast, c.rows.back());
+        EXPECT_EQ(st.pointCount, static_cast<int>(c.rows.size()));
+        EXPECT_DOUBLE_EQ(st.IntervalBegin, c.rows.front() - 1.0);
+        EXPECT_DOUBLE_EQ(st.IntervalEnd, c.rows.back() - 1.0);
+    }
 }
 
 TEST(UsedData, ThinningKeepsTheEndOnTheList)

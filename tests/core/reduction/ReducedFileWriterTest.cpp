@@ -80,17 +80,14 @@ TEST_F(ReducedFileWriterTest, KeptRecordsRenumberedAndTargetsOnLine12)
               (std::array<int, 5>{2, 1, 0, 3, 4}));
     // reaction 3: H2 dropped from the partners, the others renumbered, efficiencies cut
     const auto& r2 = mech.reactions[1];
-    EXPECT_EQ(r2.ints[13], 2);
-    EXPECT_EQ(r2.ints[17], 5);
-    EXPECT_EQ(r2.ints[18], 1);
+    EXPECT_EQ((std::array<int, 3>{r2.ints[13], r2.ints[17], r2.ints[18]}),
+              (std::array<int, 3>{2, 5, 1}));
     EXPECT_DOUBLE_EQ(r2.reals[12], 1.23);
     EXPECT_DOUBLE_EQ(r2.reals[13], 2.0);
     // reaction 4: its only partner AR dropped -> plain third body, no partner lines
-    const auto& r3 = mech.reactions[2];
-    EXPECT_EQ(r3.ints[12], 1);
-    EXPECT_EQ(r3.ints[13], 0);
-    EXPECT_EQ(r3.ints[14], 1);
-    EXPECT_EQ(r3.ints[15], 1);
+    const auto& r3 = mech.reactions[2].ints;
+    EXPECT_EQ((std::array<int, 4>{r3[12], r3[13], r3[14], r3[15]}),
+              (std::array<int, 4>{1, 0, 1, 1}));
     // the explicit partner H2O keeps its place with its new number
     EXPECT_EQ(mech.reactions[3].ints[17], 5);
     EXPECT_DOUBLE_EQ(mech.reactions[4].reals[1], 7.4e5);
