@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstring>
 #include <string>
+#include <type_traits>
 
 #include "postprocessor/ResultSet.h"
 #include "shell/Error.h"
@@ -349,17 +350,19 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
             m_longReversible.push_back(j);
     }
 
-    // Grouped by dn = 0, 1, -1 so that each group scales by one fixed factor.
+    // Grouped by dn = 0, 1, -1, so that each group scales by one fixed factor, and by width.
+    auto group = [this, ns](const ShortReversible& e) {
+        const double dn = m_dn[e.reaction];
+        const int wide = e.products[2] != ns || e.reactants[2] != ns ? 1 : 0;
+        return 2 * (dn == 0 ? 0 : dn == 1 ? 1 : 2) + wide;
+    };
     std::stable_sort(m_shortReversible.begin(), m_shortReversible.end(),
-                     [this](const ShortReversible& a, const ShortReversible& b) {
-                         auto rank = [this](int j) { return m_dn[j] == 0 ? 0 : m_dn[j] == 1 ? 1 : 2; };
-                         return rank(a.reaction) < rank(b.reaction);
+                     [&group](const ShortReversible& a, const ShortReversible& b) {
+                         return group(a) < group(b);
                      });
-    m_shortGroupEnd[0] = m_shortGroupEnd[1] = 0;
-    for (const auto& e : m_shortReversible) {
-        if (m_dn[e.reaction] == 0) ++m_shortGroupEnd[0];
-        if (m_dn[e.reaction] != -1) ++m_shortGroupEnd[1];
-    }
+    m_shortGroupEnd.fill(0);
+    for (const auto& e : m_shortReversible)
+        for (int k = group(e); k < 6; ++k) ++m_shortGroupEnd[k];
 
     // Occurrence lists by counting sort; slots at the padding species are left out.
     m_occurrenceBegin.assign(ns + 1, 0);
@@ -555,23 +558,21 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
         invKc[j] = inv;
     };
     const auto* shortList = ws.m_shortReversible.data();
-    const int groupEnd[3] = {ws.m_shortGroupEnd[0], ws.m_shortGroupEnd[1],
-                             static_cast<int>(ws.m_shortReversible.size())};
     // Factors (on Kc, on 1/Kc) of the groups dn = 0, 1, -1.
     const V2d groupScale[3] = {V2d{1.0, 1.0}, V2d{invR2T, R2T}, V2d{R2T, invR2T}};
-    for (int e = 0, group = 0; e < groupEnd[2]; ++e) {
-        while (e == groupEnd[group]) ++group;
-        const auto& s = shortList[e];
+    // Slot 2 of a narrow entry is padding (1, 1), so both widths give the same numbers.
+    auto shortKc = [&](const RateWorkspace::ShortReversible& s, V2d scale,
+                       auto wide) __attribute__((always_inline)) {
         const auto& p = s.products;
         const auto& r = s.reactants;
-        const V2d fwd = pair[p[0]] * pair[p[1]] * pair[p[2]];
-        const V2d rev = pair[r[0]] * pair[r[1]] * pair[r[2]];
-        double kc = fwd[0] * rev[1];
-        double inv = fwd[1] * rev[0];
-        if (group != 0) {
-            kc *= groupScale[group][0];
-            inv *= groupScale[group][1];
+        V2d fwd = pair[p[0]] * pair[p[1]];
+        V2d rev = pair[r[0]] * pair[r[1]];
+        if constexpr (decltype(wide)::value) {
+            fwd *= pair[p[2]];
+            rev *= pair[r[2]];
         }
+        double kc = fwd[0] * rev[1] * scale[0];
+        double inv = fwd[1] * rev[0] * scale[1];
         const int j = s.reaction;
         if (!(kc > 1e-280 && kc < 1e280)) {
             const auto& hp = ws.m_hot[j].products;
@@ -582,6 +583,14 @@ void ComputeTemperatureFunctions(double T, RateWorkspace& ws)
         }
         kcOut[j] = kc;
         invKc[j] = inv;
+    };
+    for (int grp = 0, e = 0; grp < 6; ++grp) {
+        const int end = ws.m_shortGroupEnd[grp];
+        const V2d scale = groupScale[grp / 2];
+        if (grp % 2 == 0)
+            for (; e < end; ++e) shortKc(shortList[e], scale, std::false_type{});
+        else
+            for (; e < end; ++e) shortKc(shortList[e], scale, std::true_type{});
     }
     for (const int j : ws.m_longReversible) {
         const auto& p = ws.m_hot[j].products;

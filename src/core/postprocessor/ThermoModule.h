@@ -158,8 +158,9 @@ private:
         std::array<std::int32_t, 3> products;
         std::array<std::int32_t, 3> reactants;
     };
-    std::vector<ShortReversible> m_shortReversible;  // by dn: 0, then 1, then -1
-    std::array<int, 2> m_shortGroupEnd{};            // ends of the dn = 0 and dn = 1 groups
+    // Grouped by dn (0, 1, -1) and within each by width (two slots a side, or three).
+    std::vector<ShortReversible> m_shortReversible;
+    std::array<int, 6> m_shortGroupEnd{};
     std::vector<std::int32_t> m_longReversible;
     // Species occurrences in reaction order (reactant slots, then product slots): index
     // 2 j for a product slot of reaction j, 2 j + 1 for a reactant slot, into m_flux.
