@@ -58,13 +58,9 @@ TEST(Ranking, CutoffCountLimitsAndTail)
     };
     const std::vector<double> v{5.0, -3.0, 1.0, 1.0}; // total 10
     const std::vector<Case> cases = {
-        {v, 1.0, 0},
-        {v, 1.5, 0},
-        {v, 0.0, 4},
-        {v, -0.1, 4},
+        {v, 1.0, 0}, {v, 1.5, 0}, {v, 0.0, 4}, {v, -0.1, 4}, {{}, 0.5, 0},
         {{0.0, 0.0, 0.0}, 0.5, 0}, // zero allowance
         {{0.0, 0.0, 0.0}, 0.0, 3}, // p = 0 keeps even zero rows
-        {{}, 0.5, 0},
         // t = 2.5: tail 1, 2, 5 > 2.5 at row 2, n = 2; row 3: 1 / 2.5 = 0.4 > 0.3, n = 3
         {v, 0.25, 3},
         // t = 4.5: tail 1, 2, 5 > 4.5 at row 2; row 3: 1 / 4.5 = 0.222 <= 0.3, n = 2
