@@ -20,6 +20,7 @@ constexpr std::uint8_t HotThirdBody = 2;
 constexpr std::uint8_t HotFalloff = 4;
 constexpr std::uint8_t HotNoHeat = 8;
 constexpr std::uint8_t HotShortProducts = 16;  // product slots 3 to 5 are padding
+constexpr std::uint8_t HotTwoReactants = 32;   // reactant slot 2 is padding
 
 // y = exp(x) over an array. Four lanes at a time where the processor has AVX2 and FMA:
 // exp(x) = 2^k exp(r), k = round(x / ln 2), r = x - k ln 2 with a two-part ln 2 (|r| <= ln2 / 2),
@@ -326,7 +327,8 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
                                             (d.products[3] == ns && d.products[4] == ns &&
                                                      d.products[5] == ns
                                                  ? HotShortProducts
-                                                 : 0));
+                                                 : 0) |
+                                            (d.reactants[2] == ns ? HotTwoReactants : 0));
         h.base = d.thirdBodyKind > 0 ? 1 : 0;
         h.partnerBegin = static_cast<std::int32_t>(m_partnerSpecies.size());
         for (int k = 0; k < d.partnerCount; ++k) {
@@ -752,7 +754,8 @@ void ComputeReactionRates(std::span<const double> concentrations, std::span<Rate
 
         const auto& r = d.reactants;
         const auto& p = d.products;
-        const double f = k * c[r[0]] * c[r[1]] * c[r[2]];
+        const double f = d.flags & HotTwoReactants ? k * c[r[0]] * c[r[1]]
+                                                   : k * c[r[0]] * c[r[1]] * c[r[2]];
         double q = f;
         if (d.flags & HotReversible) {
             // Padding slots hold concentration 1, so the short product is the same number.
