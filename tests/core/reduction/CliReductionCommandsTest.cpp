@@ -47,15 +47,8 @@ protected:
         if (!std::filesystem::exists(std::filesystem::path(ZARVION_BIN_DIR) / "zarvion-cli")) {
             GTEST_SKIP() << "zarvion-cli is not built in " << ZARVION_BIN_DIR;
         }
-        std::vector<FixtureRow> rows;
-        for (int i = 0; i < 6; ++i) {
-            const double x = 0.2 * i;
-            rows.push_back({1e-4 * i, 1400.0 + 600.0 * x,
-                            {0.028 * (1 - x) + 1e-4, 0.22 * (1 - x) + 1e-3, 1e-4, 2e-4, 5e-4,
-                             0.25 * x, 0.5, 1e-5, 1e-6}});
-        }
         source = (dir / "solved.txt").string();
-        WriteLines(source, SolverFileLines({}, SmallSpecies(), SmallReactions(), rows));
+        WriteLines(source, SolverFileLines({}, SmallSpecies(), SmallReactions(), BurningRows(6)));
     }
 };
 
