@@ -57,6 +57,21 @@ void BM_GriRates1800K(benchmark::State& state)
 }
 BENCHMARK(BM_GriRates1800K);
 
+// The same state over and over: the temperature work is kept from the first call, so this is
+// the per-state part alone (third bodies, fall-off, rates, production).
+void BM_GriRatesSameTemperature(benchmark::State& state)
+{
+    const auto m = griMechanism();
+    postprocessor::RateWorkspace ws(m);
+    const auto c = concentrations(m, 1800, 1.0);
+    std::vector<postprocessor::RatePair> prod(ws.speciesCount()), rates(ws.reactionCount());
+    for (auto _ : state) {
+        postprocessor::ComputeReactionRates(c, prod, ws, 1.0, 0, 1800.0, {}, rates, false, false, false);
+        benchmark::DoNotOptimize(prod.data());
+    }
+}
+BENCHMARK(BM_GriRatesSameTemperature);
+
 void BM_GriTemperatureFunctions(benchmark::State& state)
 {
     const auto m = griMechanism();
