@@ -407,7 +407,6 @@ void RateWorkspace::build(std::span<const solverfile::ThermoRecord> thermo,
     m_dmdM.assign(m_nr, 0.0);
     m_conc.assign(ns + 1, 1.0);
     m_expArg.assign(std::max(ns, m_nr) + 1, 0.0);
-    m_expOut.assign(std::max(ns, m_nr) + 1, 0.0);
     m_expMinusG.assign(ns + 1, 1.0);
     m_expPlusG.assign(ns + 1, 1.0);
     m_gPairs.assign(2 * (ns + 1), 1.0);

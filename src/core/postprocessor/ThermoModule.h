@@ -173,7 +173,7 @@ private:
     std::vector<double> m_M, m_mult, m_dmdM;
     double m_ctot = 0;
     std::vector<double> m_conc;     // NS + 1 entries, last = 1 (padding slot)
-    std::vector<double> m_expArg, m_expOut;  // arguments and values of batched exponentials
+    std::vector<double> m_expArg;  // arguments of batched exponentials
     std::vector<double> m_falloffArg, m_falloffExp;  // four a fall-off reaction
     std::vector<double> m_gPairs;  // (exp(-g/RT), exp(g/RT)) per species, NS + 1 pairs
     std::vector<double> m_moleFrac;
@@ -181,7 +181,7 @@ private:
     // production row: (q, q - min(q, 0)) and (-q, -min(q, 0)).
     std::vector<double> m_flux;
     // Fall-off batch at one state: active reactions with Pr > 0, their Pr, then ln Pr, then
-    // the exponent of F and F.
+    // the exponent of F and F. At a new temperature, Pr and ln Pr hold Fcent and ln Fcent.
     std::vector<std::int32_t> m_falloffActive;
     std::vector<double> m_falloffPr, m_falloffLog, m_falloffExpArg, m_falloffF;
 };
