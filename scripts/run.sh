@@ -23,8 +23,8 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cp "$sample" "$work/h2o2.txt"
 echo
-echo "== zarvion-cli check"
-"$bin/zarvion-cli" check "$work/h2o2.txt"
+echo "== zarvion-cli check (exit 1 until results exist)"
+"$bin/zarvion-cli" check "$work/h2o2.txt" || true
 echo
 echo "== zarvion-cli info (first lines)"
 "$bin/zarvion-cli" info "$work/h2o2.txt" | head -n 40
@@ -40,3 +40,9 @@ echo "== zarvion-cli results (first and last rows)"
 head -n 12 "$work/results.tsv"
 echo "..."
 tail -n 3 "$work/results.tsv"
+echo
+echo "== zarvion-cli production --species H2O (the reactions that form and consume water)"
+"$bin/zarvion-cli" production "$work/h2o2.txt" --species H2O | head -n 20
+echo
+echo "== zarvion-cli mean --item T (temperature, every 50th row)"
+"$bin/zarvion-cli" mean "$work/h2o2.txt" --item T --every 50 | head -n 15
