@@ -1,76 +1,57 @@
+// Loading solved files for comparison: refusals, pressure, step mark, target marks, species
+// merge, and profiles as P/T times mole fraction worked out by hand.
+
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "comparison/ComparisonData.h"
+#include "core/reduction/TestFiles.h"
 #include "shell/Error.h"
-#include "core/reduction/SmallMechanism.h"
 
 namespace zarvion::comparison {
 namespace {
 
 using namespace zarvion::testing;
 
-std::vector<FixtureRow> Rows(std::size_t count, std::size_t species, double y = 0.1)
-{
-    std::vector<FixtureRow> rows;
-    for (std::size_t i = 0; i < count; ++i) {
-        rows.push_back({1e-4 * static_cast<double>(i), 1400.0 + 10.0 * static_cast<double>(i),
-                        std::vector<double>(species, y)});
-    }
-    return rows;
-}
-
 class ComparisonLoadTest : public ::testing::Test {
 protected:
     std::filesystem::path dir = FreshFolder("comparison_load");
-    std::filesystem::path Write(const std::string& name, const std::vector<std::string>& lines)
+    ComparisonFile f;
+    //! Writes lines as dir/name and opens them as file n.
+    shell::Message Open(const std::string& name, const Lines& lines, int n = 1)
     {
-        WriteLines(dir / name, lines);
-        return dir / name;
+        return OpenFile(WriteLines(dir / name, lines), n, f);
     }
 };
 
 TEST_F(ComparisonLoadTest, OpenFileRefusalsKeepTheirWording)
 {
-    ComparisonFile f;
     const auto missing = dir / "missing.txt";
     EXPECT_EQ(OpenFile(missing, 1, f).text,
               "File 1, the specified Path/File name cannot be accessed or is invalid.");
     EXPECT_EQ(OpenFile(missing, 2, f).text,
               "File 2, the specified Path/File name cannot be accessed or is invalid.");
-
-    const auto noResults = Write("input.txt", SolverFileLines({}, SmallSpecies(), SmallReactions()));
-    const auto m1 = OpenFile(noResults, 1, f);
-    EXPECT_EQ(m1.text, "In the file 1 '" + noResults.string() +
-                           "', results of calculation are not found.");
+    const std::string bare = (dir / "bare.txt").string();
+    const auto m1 = Open("bare.txt", SmallBare());
+    EXPECT_EQ(m1.text, "In the file 1 '" + bare + "', results of calculation are not found.");
     EXPECT_EQ(m1.style, 48);
     // the second file's text has a doubled blank and lacks a word
-    EXPECT_EQ(OpenFile(noResults, 2, f).text,
-              "In the file 2 '" + noResults.string() + "', results of  are not found.");
+    EXPECT_EQ(Open("bare.txt", SmallBare(), 2).text,
+              "In the file 2 '" + bare + "', results of  are not found.");
 
     // head + 2 records = 3 result lines: too few; head + 3 records = 4 lines pass
-    const auto short2 = Write("short.txt", SolverFileLines({}, SmallSpecies(), SmallReactions(),
-                                                           Rows(2, 9)));
-    EXPECT_EQ(OpenFile(short2, 1, f).text,
-              "In the file 1 '" + short2.string() + "', results of calculation are not found.");
-    EXPECT_EQ(OpenFile(short2, 2, f).text,
-              "In the file 2 '" + short2.string() + "', results of calculation are incomplete.");
-    const auto enough = Write("enough.txt", SolverFileLines({}, SmallSpecies(), SmallReactions(),
-                                                            Rows(3, 9)));
-    EXPECT_TRUE(OpenFile(enough, 2, f).empty());
+    const std::string two = (dir / "two.txt").string();
+    EXPECT_EQ(Open("two.txt", FirstRecords(SmallSolved(), 2)).text,
+              "In the file 1 '" + two + "', results of calculation are not found.");
+    EXPECT_EQ(Open("two.txt", FirstRecords(SmallSolved(), 2), 2).text,
+              "In the file 2 '" + two + "', results of calculation are incomplete.");
+    EXPECT_TRUE(Open("three.txt", FirstRecords(SmallSolved(), 3), 2).empty());
     EXPECT_EQ(f.resultLines.size(), 4U);
 }
 
 TEST_F(ComparisonLoadTest, PressureStepMarkAndSpeciesMarks)
 {
-    FixtureProblem problem;
-    problem.pressure = 2.5;
-    problem.line12 = " 3 -1 3 7 !Targets T 1.000E-01, H 1.000E-01, AR 1.000E-01, Others 3.000E-01";
-    ComparisonFile f;
-    auto path = Write("a.txt", SolverFileLines(problem, SmallSpecies(), SmallReactions(),
-                                               Rows(4, 9), false));
-    ASSERT_TRUE(OpenFile(path, 1, f).empty());
+    // pressure 2.5 atm, no step column, line 12 " 3 -1 3 7 !Targets T ..., H ..., AR ..."
+    ASSERT_TRUE(Open("a.txt", DataLines("comparison/no_step_column.txt")).empty());
     EXPECT_DOUBLE_EQ(f.Pressure, 2.5);
     EXPECT_FALSE(f.HasStepMark);
     ReadSpecies(f);
@@ -85,20 +66,29 @@ TEST_F(ComparisonLoadTest, PressureStepMarkAndSpeciesMarks)
     EXPECT_DOUBLE_EQ(f.MolecularWeight[2], 31.998);
 
     // a count of 3 with only one number behind it marks that one; no "!" means no targets
-    problem.line12 = " 3 5 !Targets";
-    path = Write("b.txt", SolverFileLines(problem, SmallSpecies(), SmallReactions(), Rows(4, 9)));
-    ASSERT_TRUE(OpenFile(path, 1, f).empty());
+    Lines lines = SmallSolved();
+    lines[11] = " 3 5 !Targets";
+    ASSERT_TRUE(Open("b.txt", lines).empty());
     EXPECT_TRUE(f.HasStepMark);
     ReadSpecies(f);
     EXPECT_EQ(f.SpeciesList[0][1], "*");
     EXPECT_EQ(f.SpeciesList[5][1], "v");
-    problem.line12 = " 2 -1 5 Targets without comment mark";
-    path = Write("c.txt", SolverFileLines(problem, SmallSpecies(), SmallReactions(), Rows(4, 9)));
-    ASSERT_TRUE(OpenFile(path, 1, f).empty());
+    lines[11] = " 2 -1 5 Targets without comment mark";
+    ASSERT_TRUE(Open("c.txt", lines).empty());
     ReadSpecies(f);
     for (const auto& s : f.SpeciesList) {
         EXPECT_EQ(s[1], "*") << s[0];
     }
+    // a species count that does not fit is a fault, not an allocation; a target count far
+    // beyond the numbers behind it reads the numbers that are there
+    lines[9] = " 1E+300 !Species";
+    ASSERT_TRUE(Open("huge.txt", lines).empty());
+    EXPECT_THROW(ReadSpecies(f), zarvion::Error);
+    lines[9] = " 9 !Species";
+    lines[11] = " 99999999999 -1 !Targets";
+    ASSERT_TRUE(Open("count.txt", lines).empty());
+    ReadSpecies(f);
+    EXPECT_EQ(f.SpeciesList[0][1], "v");
 }
 
 TEST(MergeSpecies, PairsByExactNameAndAppendsTheRest)
@@ -129,18 +119,10 @@ TEST(MergeSpecies, PairsByExactNameAndAppendsTheRest)
 
 TEST_F(ComparisonLoadTest, ProfilesArePressureOverTemperatureTimesMoleFraction)
 {
-    std::vector<FixtureSpecies> species = {{"A", "H2", 2.0}, {"B", "O2", 32.0}, {"C", "N2", 28.0}};
-    FixtureProblem problem;
-    problem.pressure = 2.0;
-    problem.absoluteTolerance = 1e-8;
-    std::vector<FixtureRow> rows = {
-        {0.0, 1000.0, {0.5, 0.5, 0.0}},
-        {1e-3, 2000.0, {0.5, 0.5, 1e-8}},   // equal to the tolerance: stays
-        {2e-3, 2000.0, {0.5, 0.5, 9.9e-9}}, // just below: counts as 0
-        {3e-3, 1000.0, {0.5, 0.5, 0.0}},
-    };
-    ComparisonFile f;
-    ASSERT_TRUE(OpenFile(Write("p.txt", SolverFileLines(problem, species, {}, rows)), 1, f).empty());
+    // P = 2 atm, absolute tolerance 1e-8; species A, B, C of W = 2, 32, 28; rows
+    // (t, T; y) = (0, 1000; 0.5, 0.5, 0), (1e-3, 2000; 0.5, 0.5, 1e-8),
+    // (2e-3, 2000; 0.5, 0.5, 9.9e-9), (3e-3, 1000; 0.5, 0.5, 0)
+    ASSERT_TRUE(Open("p.txt", DataLines("comparison/three_species.txt")).empty());
     ReadSpecies(f);
     ConvertToMoleFractions(f);
     ASSERT_EQ(f.RecordCount, 4);
@@ -149,31 +131,21 @@ TEST_F(ComparisonLoadTest, ProfilesArePressureOverTemperatureTimesMoleFraction)
     EXPECT_NEAR(f.ProfileTable[0][1], 1000.0, 1e-9);
     EXPECT_NEAR(f.ProfileTable[0][2], 2.0 / 1000.0 * 0.25 / 0.265625, 1e-12);
     EXPECT_NEAR(f.ProfileTable[0][3], 2.0 / 1000.0 * 0.015625 / 0.265625, 1e-12);
-    const double s1 = 0.25 + 0.015625 + 1e-8 / 28.0;
+    const double s1 = 0.25 + 0.015625 + 1e-8 / 28.0; // C equal to the tolerance stays
     EXPECT_NEAR(f.ProfileTable[1][4], 2.0 / 2000.0 * (1e-8 / 28.0) / s1, 1e-18);
     EXPECT_NEAR(f.ProfileTable[1][2], 2.0 / 2000.0 * 0.25 / s1, 1e-12);
-    EXPECT_EQ(f.ProfileTable[2][4], 0.0);
+    EXPECT_EQ(f.ProfileTable[2][4], 0.0); // just below: counts as 0
     EXPECT_NEAR(f.ProfileTable[2][2], 2.0 / 2000.0 * 0.25 / 0.265625, 1e-12);
     EXPECT_NEAR(f.ProfileTable[3][0], 3e-3, 1e-15);
 }
 
 TEST_F(ComparisonLoadTest, RecordsOverSeveralLinesAndTheEndOfTheTable)
 {
-    // 53 species: each record has a second physical line for species 51 to 53
-    std::vector<FixtureSpecies> species;
-    for (int i = 1; i <= 53; ++i) {
-        species.push_back({"S" + std::to_string(i), "H1", 1.0});
-    }
-    std::vector<FixtureRow> rows = Rows(5, 53, 0.01);
-    rows[1].massFractions[50] = -0.01; // a negative value at the start of a further line
-    rows[1].massFractions[51] = 0.02;
-    auto lines = SolverFileLines({}, species, {}, rows);
-    // cut the fifth record's first line short: the table ends behind the fourth record
-    auto it = std::find(lines.begin(), lines.end(), "!$END");
-    ASSERT_NE(it, lines.end());
-    *(it - 2) = (it - 2)->substr(0, 100);
-    ComparisonFile f;
-    ASSERT_TRUE(OpenFile(Write("wide.txt", lines), 1, f).empty());
+    // 53 species of weight 1, each record with a second physical line for species 51 to 53;
+    // y = 0.01 everywhere but record 2's species 51 (-0.01, at the start of the further line)
+    // and 52 (0.02); T = 1400 + 10 (record - 1); the fifth record's first line is cut short,
+    // so the table ends behind the fourth
+    ASSERT_TRUE(Open("wide.txt", DataLines("comparison/wide_53_species.txt")).empty());
     ReadSpecies(f);
     ConvertToMoleFractions(f);
     EXPECT_EQ(f.RecordCount, 4);
@@ -189,8 +161,7 @@ TEST_F(ComparisonLoadTest, RecordsOverSeveralLinesAndTheEndOfTheTable)
 
 TEST_F(ComparisonLoadTest, PrepGridChecksBothFilesThenLoadsThem)
 {
-    const auto good = Write("good.txt", SolverFileLines({}, SmallSpecies(), SmallReactions(),
-                                                        Rows(6, 9)));
+    const auto good = WriteLines(dir / "good.txt", SmallSolved());
     ComparisonSet set;
     const auto missing = dir / "gone.txt";
     shell::Message m = PrepGrid(good, missing, set);
@@ -200,14 +171,12 @@ TEST_F(ComparisonLoadTest, PrepGridChecksBothFilesThenLoadsThem)
     EXPECT_TRUE(set.MergedTable.empty());
 
     // three records behind the head are too few for the check for results
-    const auto few = Write("few.txt", SolverFileLines({}, SmallSpecies(), SmallReactions(),
-                                                      Rows(3, 9)));
+    const auto few = WriteLines(dir / "few.txt", FirstRecords(SmallSolved(), 3));
     m = PrepGrid(good, few, set);
     EXPECT_EQ(m.text, "In the file '" + few.string() + "', results of calculation are not found.");
 
-    auto species = SmallSpecies();
-    species.pop_back(); // the second file lacks H2O2
-    const auto smaller = Write("smaller.txt", SolverFileLines({}, species, {}, Rows(6, 8)));
+    // the second file lacks H2O2; its path comes with blanks around it
+    const auto smaller = WriteLines(dir / "smaller.txt", DataLines("comparison/without_h2o2.txt"));
     ASSERT_TRUE(PrepGrid(good, " " + smaller.string() + " ", set).empty());
     EXPECT_EQ(set.file1.RecordCount, 6);
     EXPECT_EQ(set.file2.RecordCount, 6);
@@ -215,27 +184,6 @@ TEST_F(ComparisonLoadTest, PrepGridChecksBothFilesThenLoadsThem)
     EXPECT_EQ(set.MergedTable[9].name, "H2O2");
     EXPECT_EQ(set.MergedTable[9].mark2, "");
     EXPECT_EQ(set.MergedTable[8].mark2, "*");
-}
-
-TEST_F(ComparisonLoadTest, ACountThatDoesNotFitIsAFaultNotAnAllocation)
-{
-    auto lines = SolverFileLines({}, SmallSpecies(), SmallReactions(), Rows(4, 9));
-    lines[9] = " 1E+300 !Species";
-    ComparisonFile f;
-    ASSERT_TRUE(OpenFile(Write("huge.txt", lines), 1, f).empty());
-    EXPECT_THROW(ReadSpecies(f), zarvion::Error);
-    // a target count far beyond the numbers behind it reads the numbers that are there
-    lines[9] = " 9 !Species";
-    lines[11] = " 99999999999 -1 !Targets";
-    ASSERT_TRUE(OpenFile(Write("count.txt", lines), 1, f).empty());
-    ReadSpecies(f);
-    EXPECT_EQ(f.SpeciesList[0][1], "v");
-}
-
-TEST(ExtractVal, TextAheadOfTheDelimiter)
-{
-    EXPECT_EQ(ExtractVal(" 12 !Species", "!"), " 12 ");
-    EXPECT_EQ(ExtractVal("no mark", "!"), "");
 }
 
 } // namespace

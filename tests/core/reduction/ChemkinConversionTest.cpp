@@ -1,8 +1,10 @@
+// Solver file reactions as CHEMKIN text: every record kind, long texts, duplicates, refusals.
+
 #include <gtest/gtest.h>
 
 #include <functional>
 
-#include "core/reduction/SmallMechanism.h"
+#include "core/reduction/TestFiles.h"
 #include "reduction/ChemkinConversion.h"
 #include "shell/Error.h"
 
@@ -11,36 +13,28 @@ namespace {
 
 using namespace zarvion::testing;
 
-std::tm Stamp()
-{
-    return ClockAt(2014, 3, 5, 9, 7, 3);
-}
-
 std::string Pad45(std::string s)
 {
-    return Fixed(s, 45);
+    return s.append(45 - s.size(), ' ');
 }
 
 class ChemkinConversionTest : public ::testing::Test {
 protected:
-    std::filesystem::path dir = FreshFolder("chemkin");
-    std::filesystem::path Write(const std::vector<std::string>& lines)
+    std::filesystem::path file = FreshFolder("chemkin") / "mech.txt";
+    ChemkinConversion Convert(const Lines& lines)
     {
-        const auto p = dir / "mech.txt";
-        WriteLines(p, lines);
-        return p;
+        return ConvertReactions(WriteLines(file, lines), ClockAt(2014, 3, 5, 9, 7, 3));
     }
 };
 
-TEST_F(ChemkinConversionTest, EveryRecordKindGivesItsChemkinLine)
+TEST_F(ChemkinConversionTest, EveryRecordKindGivesItsChemkinLineAndResultsAreIgnored)
 {
-    const auto path = Write(SolverFileLines({}, SmallSpecies(), SmallReactions()));
-    const ChemkinConversion c = ConvertReactions(path, Stamp());
+    const ChemkinConversion c = Convert(SmallSolved());
     ASSERT_TRUE(c.ok()) << c.message.text;
     EXPECT_EQ(c.convertedCount, 9);
-    const std::vector<std::string> expected = {
+    const Lines expected = {
         "! Zarvion,   Mar 5 2014, 09:07:03",
-        "! Solver File:  " + path.string(),
+        "! Solver File:  " + file.string(),
         "! Species  9",
         "! Reactions  9",
         "! A-units (mol-cm-sec),  E-units (cal/mol)",
@@ -48,13 +42,14 @@ TEST_F(ChemkinConversionTest, EveryRecordKindGivesItsChemkinLine)
         " " + Pad45("H + O2 <=> O + OH") + "3.5470000E+15 -4.0600000E-01 1.6599000E+04",
         " " + Pad45("O + H2 => H + OH") + "5.0800000E+04 2.6700000E+00 6.2900000E+03",
         " " + Pad45("H + O + M <=> OH + M") + "4.7140000E+18 -1.0000000E+00 0.0000000E+00",
-        "    H2/2.5/ H2O/12./ ",
+        "    H2/2.5/ H2O/1.234/ O2/2/ ",
         " " + Pad45("H + O2 (+M) <=> HO2 (+M)") + "4.6500000E+12 4.4000000E-01 0.0000000E+00",
         "    LOW  /6.3660000E+20 -1.7200000E+00 5.2480000E+02/",
         "    TROE  /5.0000000E-01 1.0000000E-30 1.0000000E+30 1.0000000E+30/",
         "    AR/0.67/ ",
         // the explicit partner replaces M on both sides, and three blanks lead the rate
-        " " + Pad45("OH + OH (+H2O) <=> H2O2 (+H2O)") + "   7.4000000E+13 -3.7000000E-01 0.0000000E+00",
+        " " + Pad45("OH + OH (+H2O) <=> H2O2 (+H2O)") +
+            "   7.4000000E+13 -3.7000000E-01 0.0000000E+00",
         "    LOW  /2.3000000E+18 -9.0000000E-01 -1.7000000E+03/",
         " " + Pad45("H2O + hv => H + OH") + "1.0000000E-05 0.0000000E+00 0.0000000E+00",
         " " + Pad45("H2O2 => Products") + "2.0000000E-06 0.0000000E+00 0.0000000E+00",
@@ -72,34 +67,18 @@ TEST_F(ChemkinConversionTest, EveryRecordKindGivesItsChemkinLine)
     }
 }
 
-TEST_F(ChemkinConversionTest, LongTextIsNotPaddedAndResultsAreIgnored)
+TEST_F(ChemkinConversionTest, LongTextIsNotPaddedAndEqualParticipantsAreDuplicates)
 {
-    auto species = SmallSpecies();
-    species[8].name = "H2O2LONGSPECIESNM"; // fills the 17-column name field
-    auto reactions = SmallReactions();
-    reactions.resize(2);
-    reactions[1].fields = {9, 9, 9, 9, 9, 9, 0, 0, 0, 3, 3, 0, 0, 0, 0, 1};
-    std::vector<FixtureRow> rows(4, FixtureRow{0, 1400, std::vector<double>(9, 0.1)});
-    const auto path = Write(SolverFileLines({}, species, reactions, rows));
-    const ChemkinConversion c = ConvertReactions(path, Stamp());
-    ASSERT_TRUE(c.ok()) << c.message.text;
-    ASSERT_EQ(c.lines.size(), 8U);
-    const std::string text = "H2O2LONGSPECIESNM + H2O2LONGSPECIESNM + H2O2LONGSPECIESNM <=> "
-                             "H2O2LONGSPECIESNM + H2O2LONGSPECIESNM + H2O2LONGSPECIESNM";
-    EXPECT_EQ(c.lines[7], " " + text + "5.0800000E+04 2.6700000E+00 6.2900000E+03");
-}
+    // reaction 2 of this file is three times a 17-character name on each side
+    ChemkinConversion c = Convert(DataLines("reduction/long_name.txt"));
+    ASSERT_EQ(c.lines.size(), 8U) << c.message.text;
+    const std::string name = "H2O2LONGSPECIESNM";
+    EXPECT_EQ(c.lines[7], " " + name + " + " + name + " + " + name + " <=> " + name + " + " +
+                              name + " + " + name + "5.0800000E+04 2.6700000E+00 6.2900000E+03");
 
-TEST_F(ChemkinConversionTest, ReactionsWithTheSameParticipantsAreMarkedDuplicate)
-{
-    auto reactions = SmallReactions();
-    reactions.resize(3);
-    // r2 is the reverse of the reversible r1; r3 differs by its third body
-    reactions[1] = {"O+OH=>H+O2", {5, 4, 0, 2, 3, 0, 0, 0, 0, 2, 2, 0, 0, 0, 0, 0}, 1, 0, 0, {}};
-    reactions[2] = {"H+O2+M=O+OH+M", {3, 2, 0, 4, 5, 0, 0, 0, 0, 2, 2, 1, 0, 0, 0, 1}, 1, 0, 0, {}};
-    const ChemkinConversion c =
-        ConvertReactions(Write(SolverFileLines({}, SmallSpecies(), reactions)), Stamp());
-    ASSERT_TRUE(c.ok()) << c.message.text;
-    ASSERT_EQ(c.lines.size(), 6U + 5U);
+    // r2 is the reverse of the reversible r1; r3 differs from r1 by its third body
+    c = Convert(DataLines("reduction/duplicates.txt"));
+    ASSERT_EQ(c.lines.size(), 6U + 5U) << c.message.text;
     EXPECT_EQ(c.lines[6].substr(0, 18), " H + O2 <=> O + OH");
     EXPECT_EQ(c.lines[7], "    DUPLICATE");
     EXPECT_EQ(c.lines[8].substr(0, 17), " OH + O => O2 + H");
@@ -107,56 +86,44 @@ TEST_F(ChemkinConversionTest, ReactionsWithTheSameParticipantsAreMarkedDuplicate
     EXPECT_EQ(c.lines[10].substr(0, 26), " H + O2 + M <=> O + OH + M");
 }
 
-TEST_F(ChemkinConversionTest, RefusalsCarryTheirExactTexts)
+TEST_F(ChemkinConversionTest, RefusalsCarryTheirExactTextsAndFaultsThrow)
 {
-    const auto good = SolverFileLines({}, SmallSpecies(), SmallReactions());
-    const auto findLine = [&](const std::string& s) {
-        return static_cast<std::ptrdiff_t>(std::find(good.begin(), good.end(), s) - good.begin());
-    };
-    const std::ptrdiff_t thermoAt = findLine("THERMO");
-    const std::ptrdiff_t reactionsAt = findLine("REACTIONS");
-
-    using Edit = std::function<void(std::vector<std::string>&)>;
+    const Lines good = SmallBare();
+    const std::ptrdiff_t reactionsAt = LineOf(good, "REACTIONS");
+    using Edit = std::function<void(Lines&)>;
     const std::vector<std::pair<Edit, std::string>> cases = {
-        {[&](auto& l) { l[thermoAt] = "THERMO ALL"; }, "', thermodynamic data are not found."},
-        {[&](auto& l) { l.erase(l.begin() + reactionsAt - 2); }, // the THERMO block's "END"
+        {[&](Lines& l) { l[LineOf(l, "THERMO")] = "THERMO ALL"; },
+         "', thermodynamic data are not found."},
+        {[&](Lines& l) { l.erase(l.begin() + reactionsAt - 2); }, // the THERMO block's "END"
          "', thermodynamic data do not contain the trailing keyword 'End'. The text conversion "
          "cannot be performed."},
-        {[&](auto& l) { l[reactionsAt] = "REACTION"; }, "', reactions are not found."},
-        {[&](auto& l) { l.pop_back(); },
+        {[&](Lines& l) { l[reactionsAt] = "REACTION"; }, "', reactions are not found."},
+        {[&](Lines& l) { l.pop_back(); },
          "', reaction list does not contain the trailing keyword 'End'. The text conversion "
          "cannot be performed."},
     };
     for (const auto& [edit, tail] : cases) {
-        auto lines = good;
+        Lines lines = good;
         edit(lines);
-        const auto p = Write(lines);
-        const auto c = ConvertReactions(p, Stamp());
+        const auto c = Convert(lines);
         SCOPED_TRACE(tail);
-        EXPECT_EQ(c.message.text, "In the file '" + p.string() + tail);
+        EXPECT_EQ(c.message.text, "In the file '" + file.string() + tail);
         EXPECT_EQ(c.message.style, 48);
         EXPECT_EQ(c.message.title, "ZARVION");
     }
     // the title of reaction 3 is broken: two reactions have been converted before it
-    auto lines = good;
-    const std::ptrdiff_t third = findLine(" 3    H+O+M=OH+M");
-    ASSERT_LT(third, static_cast<std::ptrdiff_t>(lines.size()));
-    lines[third] = " 3    H+O+M>OH+M";
-    const auto c = ConvertReactions(Write(lines), Stamp());
+    Lines lines = good;
+    lines[LineOf(good, " 3    H+O+M=OH+M")] = " 3    H+O+M>OH+M";
+    const auto c = Convert(lines);
     EXPECT_EQ(c.message.text, "Reaction '2', error in the text format.");
     EXPECT_TRUE(c.lines.empty());
-}
 
-TEST_F(ChemkinConversionTest, CutRecordAndBadIndexAreFaultsNotCrashes)
-{
-    auto lines = SolverFileLines({}, SmallSpecies(), SmallReactions());
+    lines = good;
     lines.erase(lines.end() - 2); // last line of the last record
-    EXPECT_THROW(ConvertReactions(Write(lines), Stamp()), zarvion::Error);
-
-    auto reactions = SmallReactions();
-    reactions[0].fields[0] = 42;
-    EXPECT_THROW(ConvertReactions(Write(SolverFileLines({}, SmallSpecies(), reactions)), Stamp()),
-                 zarvion::Error);
+    EXPECT_THROW(Convert(lines), zarvion::Error);
+    lines = good;
+    lines[reactionsAt + 2].replace(6, 2, "42"); // species 42 of 9
+    EXPECT_THROW(Convert(lines), zarvion::Error);
 }
 
 TEST(SeparateRateFields, TouchingFieldsGetOneBlank)

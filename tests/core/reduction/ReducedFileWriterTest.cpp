@@ -1,8 +1,9 @@
+// The reduced file: kept records renumbered, partners cut, targets on line 12, refusals.
+
 #include <gtest/gtest.h>
 
-#include "core/reduction/SmallMechanism.h"
+#include "core/reduction/TestFiles.h"
 #include "reduction/ReducedFileWriter.h"
-#include "shell/TextFile.h"
 #include "solverfile/SolverFileReader.h"
 
 namespace zarvion::reduction {
@@ -10,48 +11,38 @@ namespace {
 
 using namespace zarvion::testing;
 
-std::tm Stamp()
-{
-    return ClockAt(2014, 3, 5, 14, 30, 0);
-}
-
 class ReducedFileWriterTest : public ::testing::Test {
 protected:
     std::filesystem::path dir = FreshFolder("reduced_writer");
     ReductionTables t;
-    std::vector<std::string> source;
+    Lines source = SmallSolved();
 
     void SetUp() override
     {
-        auto reactions = SmallReactions();
-        // reaction 3 gets three partners: H2 (dropped below), H2O 1.234 and O2 2
-        reactions[2].fields[12] = 3;
-        reactions[2].optionalLines = {Columns8({"H2", "H2O", "O2"}, ""),
-                                      Columns8({"1", "6", "2"}, "0"),
-                                      Columns8({"2.5", "1.234", "2"}, "0.")};
-        std::vector<FixtureRow> rows(4, FixtureRow{0, 1400, std::vector<double>(9, 0.1)});
-        source = SolverFileLines({}, SmallSpecies(), reactions, rows);
-        WriteLines(dir / "source.txt", source);
         t.NumSpecies = 9;
         t.NumReactions = 9;
         // drop H2 (1) and AR (7); keep reactions 1, 3, 4, 5, 9
         t.KeptSpecies = {false, true, true, true, true, true, false, true, true};
         t.KeptReactions = {true, false, true, true, true, false, false, false, true};
-        t.SourcePath = (dir / "source.txt").string();
+        t.SourcePath = WriteLines(dir / "source.txt", source).string();
         t.ReducedPath = (dir / "reduced.txt").string();
         t.TemperatureIsTarget = true;
         t.TargetSpecies = {5};
         t.TargetCount = 1;
     }
+    shell::Message Write()
+    {
+        return WriteReducedFile(t, 0.1, {0.05}, 0.3, ClockAt(2014, 3, 5, 14, 30, 0));
+    }
 };
 
 TEST_F(ReducedFileWriterTest, KeptRecordsRenumberedAndTargetsOnLine12)
 {
-    const auto m = WriteReducedFile(t, 0.1, {0.05}, 0.3, Stamp());
+    const auto m = Write();
     ASSERT_TRUE(m.empty()) << m.text;
     EXPECT_EQ(t.ReducedSpeciesCount, 7);
     EXPECT_EQ(t.ReducedReactionCount, 5);
-    const auto out = shell::ReadLines(t.ReducedPath);
+    const Lines out = shell::ReadLines(t.ReducedPath);
     EXPECT_EQ(out[0], " !$Zarvion Solver,  Mar 5 2014, 14:30:00");
     EXPECT_EQ(out[1], " ");
     EXPECT_EQ(out[2], " Don't modify this file, the file has a fixed format and is intended for "
@@ -68,67 +59,56 @@ TEST_F(ReducedFileWriterTest, KeptRecordsRenumberedAndTargetsOnLine12)
     // species record of O2, now number 1: the old number goes, the rest stays
     EXPECT_EQ(out[34], " 1   " + source[38].substr(5));
     EXPECT_EQ(out[35], source[39]);
-    EXPECT_EQ(out.back(), " End");
+    EXPECT_EQ(out.back(), " End"); // the results section is not carried over
 
-    // The file reads back as a mechanism with the renumbered records.
     const solverfile::Mechanism mech = solverfile::ReadMechanism(t.ReducedPath);
-    ASSERT_EQ(mech.speciesNames,
-              (std::vector<std::string>{"O2", "H", "O", "OH", "H2O", "HO2", "H2O2"}));
+    ASSERT_EQ(mech.speciesNames, (Lines{"O2", "H", "O", "OH", "H2O", "HO2", "H2O2"}));
     ASSERT_EQ(mech.reactions.size(), 5U);
     const auto& r1 = mech.reactions[0].ints;
-    EXPECT_EQ((std::array<int, 5>{r1[1], r1[2], r1[3], r1[4], r1[5]}),
-              (std::array<int, 5>{2, 1, 0, 3, 4}));
+    EXPECT_EQ((std::array{r1[1], r1[2], r1[3], r1[4], r1[5]}), (std::array{2, 1, 0, 3, 4}));
     // reaction 3: H2 dropped from the partners, the others renumbered, efficiencies cut
     const auto& r2 = mech.reactions[1];
-    EXPECT_EQ((std::array<int, 3>{r2.ints[13], r2.ints[17], r2.ints[18]}),
-              (std::array<int, 3>{2, 5, 1}));
+    EXPECT_EQ((std::array{r2.ints[13], r2.ints[17], r2.ints[18]}), (std::array{2, 5, 1}));
     EXPECT_DOUBLE_EQ(r2.reals[12], 1.23);
     EXPECT_DOUBLE_EQ(r2.reals[13], 2.0);
     // reaction 4: its only partner AR dropped -> plain third body, no partner lines
     const auto& r3 = mech.reactions[2].ints;
-    EXPECT_EQ((std::array<int, 4>{r3[12], r3[13], r3[14], r3[15]}),
-              (std::array<int, 4>{1, 0, 1, 1}));
-    // the explicit partner H2O keeps its place with its new number
-    EXPECT_EQ(mech.reactions[3].ints[17], 5);
+    EXPECT_EQ((std::array{r3[12], r3[13], r3[14], r3[15]}), (std::array{1, 0, 1, 1}));
+    EXPECT_EQ(mech.reactions[3].ints[17], 5); // explicit partner H2O, renumbered
     EXPECT_DOUBLE_EQ(mech.reactions[4].reals[1], 7.4e5);
-
-    std::vector<std::string> text(out.begin(), out.end());
-    const auto at = [&](const std::string& s) {
-        return std::find(text.begin(), text.end(), s) != text.end();
-    };
-    EXPECT_TRUE(at("      H2O     O2      "));
-    EXPECT_TRUE(at("      5       1       0       0       0       0       0       0       0       0       "));
-    EXPECT_TRUE(at("      1.23    2.      0.      0.      0.      0.      0.      0.      0.      0.      "));
-    EXPECT_TRUE(at(" 2    H+O+M=OH+M"));
-    EXPECT_TRUE(at("      2   3   0   4   0   0   0   0   0   2   1   2   2   0   0   1   "));
+    // reaction 3's records as written: renumbered participants, two partners, cut efficiency
+    const std::string zeros = "0       0       0       0       0       0       0       ";
+    const Lines written = {
+        " 2    H+O+M=OH+M", "      H2O     O2      ", "      5       1       0       " + zeros,
+        "      2   3   0   4   0   0   0   0   0   2   1   2   2   0   0   1   ",
+        "      1.23    2.      0.      0.      0.      0.      0.      0.      0.      0.      "};
+    for (const auto& line : written) {
+        EXPECT_LT(LineOf(out, line), static_cast<std::ptrdiff_t>(out.size())) << line;
+    }
 }
 
 TEST_F(ReducedFileWriterTest, MissingEndRefusesAndWritesNothing)
 {
-    auto lines = source;
-    auto end = std::find(lines.rbegin(), lines.rend(), "END");
-    *end = "ENDE";
+    Lines lines = source;
+    lines[LineOf(lines, "!$Results   $$") - 2] = "ENDE";
     WriteLines(t.SourcePath, lines);
-    const auto m = WriteReducedFile(t, 0.1, {0.05}, 0.3, Stamp());
+    const auto m = Write();
     EXPECT_EQ(m.text, "The reaction list of the source file does not contain the key word End. "
                       "The file is changed or corrupted; the reduced file cannot be created.");
     EXPECT_EQ(m.style, 48);
     EXPECT_FALSE(std::filesystem::exists(t.ReducedPath));
 
     // without a results section the closing keyword must stand two lines from the end
-    lines = SolverFileLines({}, SmallSpecies(), SmallReactions());
+    lines = SmallBare();
     WriteLines(t.SourcePath, lines);
-    EXPECT_FALSE(WriteReducedFile(t, 0.1, {0.05}, 0.3, Stamp()).empty());
-    lines.push_back("");
-    lines.push_back("trailing");
+    EXPECT_FALSE(Write().empty());
+    lines.insert(lines.end(), {"", "trailing"});
     WriteLines(t.SourcePath, lines);
-    EXPECT_TRUE(WriteReducedFile(t, 0.1, {0.05}, 0.3, Stamp()).empty());
+    EXPECT_TRUE(Write().empty());
 }
 
-TEST(TargetLine, TemperatureAndSpecies)
+TEST(TargetLine, SpeciesOnlyWithoutTemperature)
 {
-    EXPECT_EQ(TargetLine(true, 0.1, {3}, {"OH"}, {0.05}, 0.3),
-              " 2 -1 3 !Targets T 1.000E-01, OH 5.000E-02, Others 3.000E-01");
     EXPECT_EQ(TargetLine(false, -1, {1, 4}, {"CH4", "O2"}, {0.1, 0.25}, 0.3),
               " 2 1 4 !Targets CH4 1.000E-01, O2 2.500E-01, Others 3.000E-01");
 }

@@ -1,9 +1,11 @@
+// The set-up form of a reduction: defaults, field and table checks, paths, the request built
+// at start, the saved settings file.
+
 #include <gtest/gtest.h>
 
-#include "core/reduction/SolverFileFixture.h"
+#include "core/reduction/TestFiles.h"
 #include "reduction/ReductionSetup.h"
 #include "shell/Error.h"
-#include "shell/TextFile.h"
 
 namespace zarvion::reduction {
 namespace {
@@ -27,9 +29,8 @@ protected:
     ReductionSetup setup;
     void SetUp() override
     {
-        PrepData(Results(1), (dir / "src.txt").string(), setup);
+        PrepData(Results(1), WriteLines(dir / "src.txt", {"x"}).string(), setup);
         setup.reducedPathText = (dir / "red.txt").string();
-        WriteLines(dir / "src.txt", {"x"});
     }
 };
 
@@ -59,29 +60,30 @@ TEST_F(ReductionSetupTest, TableAndFieldChecks)
     setup.SpeciesTable[0].parameter = "0";
     setup.SpeciesTable[1].parameter = "1";
     EXPECT_TRUE(CheckTabParam(setup).empty());
-    setup.SpeciesTable[2].parameter = "1.5";
-    SetupRefusal r = CheckTabParam(setup);
-    EXPECT_EQ(r.message.text, "Bad value for the N2 parameter. If the species is a target, enter "
-                              "a number on the interval (0, 1). If the species is not a target, "
-                              "clear the table field.");
-    EXPECT_EQ(r.row, 3);
-    setup.SpeciesTable[2].parameter = "abc";
-    EXPECT_EQ(CheckTabParam(setup).row, 3);
+    for (const char* bad : {"1.5", "abc"}) {
+        setup.SpeciesTable[2].parameter = bad;
+        const SetupRefusal r = CheckTabParam(setup);
+        EXPECT_EQ(r.message.text, "Bad value for the N2 parameter. If the species is a target, "
+                                  "enter a number on the interval (0, 1). If the species is not "
+                                  "a target, clear the table field.") << bad;
+        EXPECT_EQ(r.row, 3);
+    }
     setup.SpeciesTable[2].parameter = " ";
 
     setup.temperatureText = "warm";
-    r = RedTabGetF(setup);
+    SetupRefusal r = RedTabGetF(setup);
     EXPECT_EQ(r.message.text, "Bad value for the temperature parameter. If temperature is a "
                               "target, enter a number on the interval (0, 1). If temperature is "
                               "not a target, clear the textbox.");
     EXPECT_EQ(r.field, 0);
     setup.temperatureText = "";
-    setup.nonTargetText = "";
-    EXPECT_EQ(RedTabGetF(setup).message.text,
-              "Non target parameter, please enter a number on the interval (0, 1).");
-    setup.nonTargetText = "-0.1";
-    EXPECT_EQ(RedTabGetF(setup).field, 1);
-    setup.nonTargetText = "0.3";
+    for (const char* bad : {"", "-0.1"}) {
+        setup.nonTargetText = bad;
+        r = RedTabGetF(setup);
+        EXPECT_EQ(r.message.text,
+                  "Non target parameter, please enter a number on the interval (0, 1).") << bad;
+        EXPECT_EQ(r.field, 1);
+    }
     ClearAll(setup);
     setup.nonTargetText = "0.3";
     r = RedTabGetF(setup);
@@ -93,8 +95,7 @@ TEST_F(ReductionSetupTest, TableAndFieldChecks)
 
 TEST_F(ReductionSetupTest, PathsAndTrialWrite)
 {
-    const auto victim = dir / "victim.txt";
-    WriteLines(victim, {"keep me"});
+    const auto victim = WriteLines(dir / "victim.txt", {"keep me"});
     EXPECT_TRUE(TestRedFile(victim).empty());
     EXPECT_FALSE(std::filesystem::exists(victim)); // the trial destroys a file of that name
     EXPECT_EQ(TestRedFile(dir).text, "Reduced file, the specified Path/File name '" +
@@ -137,14 +138,13 @@ TEST_F(ReductionSetupTest, StartReadsAndWritesBackTheSettings)
     EXPECT_EQ(q.targetSpecies, (std::vector<int>{1, 2, 3}));
     EXPECT_EQ(q.speciesParameters, (std::vector<double>{0.1, 0.1, 0.5}));
     EXPECT_EQ(q.stepCount, 9);
-
     setup.temperatureText = "";
     ASSERT_TRUE(BuildRequest(setup, q).empty());
     EXPECT_EQ(q.temperatureParameter, -1.0);
 
     for (const char* bad : {"0", "-3", "", "x"}) {
         setup.intervalText = bad;
-        SetupRefusal r = BuildRequest(setup, q);
+        const SetupRefusal r = BuildRequest(setup, q);
         EXPECT_EQ(r.message.text, "Interval of steps, please enter a positive integer. ") << bad;
         EXPECT_EQ(r.field, 2);
     }
@@ -162,8 +162,7 @@ TEST_F(ReductionSetupTest, SaveAndEnterSettings)
     const auto file = dir / "RedMechData.txt";
     setup.SpeciesTable[1].parameter = "0.25";
     SaveSettings(file, setup);
-    EXPECT_EQ(shell::ReadLines(file),
-              (std::vector<std::string>{" 4 ", "0.1", "0.3", "1", "CH4 0.1", "O2 0.25"}));
+    EXPECT_EQ(shell::ReadLines(file), (Lines{" 4 ", "0.1", "0.3", "1", "CH4 0.1", "O2 0.25"}));
 
     // entered into a table of another mechanism: only names it holds are applied
     ReductionSetup other;
@@ -177,7 +176,7 @@ TEST_F(ReductionSetupTest, SaveAndEnterSettings)
     ClearAll(setup);
     setup.nonTargetText = "0.3";
     SaveSettings(file, setup);
-    EXPECT_EQ(shell::ReadLines(file), (std::vector<std::string>{" 2 ", "", "0.3", "1"}));
+    EXPECT_EQ(shell::ReadLines(file), (Lines{" 2 ", "", "0.3", "1"}));
 
     EXPECT_EQ(EnterSettings(dir / "absent.txt", other).text, "Settings were not saved.");
     WriteLines(file, {" 5 ", "0.1", "0.3", "1", "CH4 0.1"}); // announces one line too many
