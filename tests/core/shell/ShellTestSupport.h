@@ -21,13 +21,13 @@ public:
     TempFolder& operator=(const TempFolder&) = delete;
     ~TempFolder()
     {
+        namespace fs = std::filesystem;
         std::error_code ec;
         // Give back write permission so that read-only test files can be removed.
-        for (auto& e : std::filesystem::recursive_directory_iterator(m_path, ec)) {
-            std::filesystem::permissions(e.path(), std::filesystem::perms::owner_all,
-                                         std::filesystem::perm_options::add, ec);
+        for (auto& e : fs::recursive_directory_iterator(m_path, ec)) {
+            fs::permissions(e.path(), fs::perms::owner_all, fs::perm_options::add, ec);
         }
-        std::filesystem::remove_all(m_path, ec);
+        fs::remove_all(m_path, ec);
     }
     const std::filesystem::path& path() const { return m_path; }
     std::size_t entryCount() const

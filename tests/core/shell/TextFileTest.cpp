@@ -6,30 +6,25 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sys/stat.h>
-
 using namespace zarvion::shell;
 namespace fs = std::filesystem;
 
-TEST(SplitLines, EitherLineEnd)
+TEST(SplitLines, EitherLineEndAndJoinCrLf)
 {
     using V = std::vector<std::string>;
-    EXPECT_EQ(SplitLines("a\r\nb\nc"), (V{"a", "b", "c"}));
-    EXPECT_EQ(SplitLines("a\n"), (V{"a"}));
-    EXPECT_EQ(SplitLines(""), V{});
-    EXPECT_EQ(SplitLines("\n"), (V{""}));
-    EXPECT_EQ(SplitLines("a\rb\n"), (V{"a\rb"})); // a lone CR stays in the line
-    EXPECT_EQ(SplitLines("a\r\n\r\n"), (V{"a", ""}));
-    EXPECT_EQ(SplitLines("x\r"), (V{"x\r"})); // no LF: the CR is not a line end
-}
-
-TEST(JoinCrLf, EndsEveryLine)
-{
+    const std::pair<const char*, V> cases[] = {
+        {"a\r\nb\nc", {"a", "b", "c"}}, {"a\n", {"a"}}, {"", {}}, {"\n", {""}},
+        {"a\rb\n", {"a\rb"}}, // a lone CR stays in the line
+        {"a\r\n\r\n", {"a", ""}},
+        {"x\r", {"x\r"}}, // no LF: the CR is not a line end
+    };
+    for (const auto& [text, lines] : cases) {
+        EXPECT_EQ(SplitLines(text), lines) << text;
+    }
     EXPECT_EQ(JoinCrLf({"a", "b"}), "a\r\nb\r\n");
     EXPECT_EQ(JoinCrLf({}), "");
     EXPECT_EQ(JoinCrLf({""}), "\r\n");
-    EXPECT_EQ(SplitLines(JoinCrLf({"1", "", "3"})), (std::vector<std::string>{"1", "", "3"}));
+    EXPECT_EQ(SplitLines(JoinCrLf({"1", "", "3"})), (V{"1", "", "3"}));
 }
 
 TEST(ReadLines, ReadsFilesAndRefusesMissingOnes)
@@ -43,36 +38,26 @@ TEST(ReadLines, ReadsFilesAndRefusesMissingOnes)
     EXPECT_THROW(ReadLines(dir.path()), zarvion::Error);
 }
 
-TEST(AtomicFile, CreatesAndReplaces)
+TEST(AtomicFile, CreatesReplacesAndSurvivesInterruption)
 {
     TempFolder dir;
     const fs::path file = dir.path() / "out.txt";
-    WriteFileAtomically(file, "one");
-    EXPECT_EQ(ReadFile(file), "one");
-    WriteFileAtomically(file, "two, longer");
-    EXPECT_EQ(ReadFile(file), "two, longer");
-    WriteFileAtomically(file, "");
-    EXPECT_EQ(ReadFile(file), "");
+    for (const char* content : {"one", "two, longer", ""}) {
+        WriteFileAtomically(file, content);
+        EXPECT_EQ(ReadFile(file), content);
+    }
     EXPECT_EQ(dir.entryCount(), 1u); // no temporary file left behind
-}
 
-TEST(AtomicFile, InterruptedWriteKeepsTheOldFile)
-{
-    TempFolder dir;
-    const fs::path file = dir.path() / "keep.txt";
     WriteFileAtomically(file, "good content");
-    SetAtomicWriteHookForTesting([] { throw std::runtime_error("power cut"); });
-    EXPECT_THROW(WriteFileAtomically(file, "half"), std::runtime_error);
-    SetAtomicWriteHookForTesting({});
-    EXPECT_EQ(ReadFile(file), "good content");
-    EXPECT_EQ(dir.entryCount(), 1u);
-
-    // A new file that is interrupted does not appear at all.
-    SetAtomicWriteHookForTesting([] { throw std::runtime_error("power cut"); });
-    EXPECT_THROW(WriteFileAtomically(dir.path() / "new.txt", "x"), std::runtime_error);
-    SetAtomicWriteHookForTesting({});
-    EXPECT_FALSE(fs::exists(dir.path() / "new.txt"));
-    EXPECT_EQ(dir.entryCount(), 1u);
+    // An interrupted replacement keeps the old file; an interrupted new file never appears.
+    for (const fs::path& target : {file, dir.path() / "new.txt"}) {
+        SetAtomicWriteHookForTesting([] { throw std::runtime_error("power cut"); });
+        EXPECT_THROW(WriteFileAtomically(target, "half"), std::runtime_error);
+        SetAtomicWriteHookForTesting({});
+        EXPECT_EQ(ReadFile(file), "good content");
+        EXPECT_FALSE(fs::exists(dir.path() / "new.txt"));
+        EXPECT_EQ(dir.entryCount(), 1u);
+    }
 }
 
 TEST(AtomicFile, RefusesBadTargetsAndKeepsPermissions)

@@ -3,16 +3,15 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <string>
-#include <vector>
+#include <limits>
 
+#include "TestFiles.h"
 #include "shell/Error.h"
 #include "shell/TextFile.h"
 #include "solverfile/ResultsWriter.h"
 
 using namespace zarvion::solverfile;
+using zarvion::testing::ScratchDir;
 
 namespace {
 
@@ -29,74 +28,52 @@ std::string cols(const std::string& line, int first, int last)
     return line.substr(first - 1, last - first + 1);
 }
 
-class ResultsWriterFile : public ::testing::Test {
-protected:
-    std::filesystem::path dir;
-    std::filesystem::path file;
-    void SetUp() override
-    {
-        dir = std::filesystem::temp_directory_path() /
-              ("zarvion_rw_" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "_" +
-               ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        std::filesystem::remove_all(dir);
-        std::filesystem::create_directories(dir);
-        file = dir / "case.txt";
-    }
-    void TearDown() override { std::filesystem::remove_all(dir); }
-    void write(const std::string& text)
-    {
-        std::ofstream(file, std::ios::binary) << text;
-    }
-};
-
 } // namespace
 
 TEST(FormatResultField, FixedWidthScientific)
 {
-    EXPECT_EQ(FormatResultField(0.123456789), " 1.234567890E-01");
-    EXPECT_EQ(FormatResultField(-2000.0), "-2.000000000E+03");
-    EXPECT_EQ(FormatResultField(0.0), " 0.000000000E+00");
-    EXPECT_EQ(FormatResultField(-0.0), " 0.000000000E+00");
-    EXPECT_EQ(FormatResultField(1.5e-99), " 1.500000000E-99");
-    // Below 1E-99 in magnitude: zero, with a blank sign also for negative values.
-    EXPECT_EQ(FormatResultField(9.9e-100), " 0.000000000E+00");
-    EXPECT_EQ(FormatResultField(-3e-120), " 0.000000000E+00");
-    // Rounding to ten digits carries into the exponent.
-    EXPECT_EQ(FormatResultField(9.9999999999e-5), " 1.000000000E-04");
-    EXPECT_EQ(FormatResultField(1e99), " 1.000000000E+99");
-    // What cannot be written in 16 characters is starred, never widened.
-    EXPECT_EQ(FormatResultField(1e100), "****************");
-    EXPECT_EQ(FormatResultField(9.99999999999e99), "****************");
-    EXPECT_EQ(FormatResultField(std::numeric_limits<double>::quiet_NaN()), "****************");
-    EXPECT_EQ(FormatResultField(-std::numeric_limits<double>::infinity()), "****************");
+    constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
+    constexpr double Inf = std::numeric_limits<double>::infinity();
+    const std::string stars(16, '*');
+    const std::pair<double, std::string> cases[] = {
+        {0.123456789, " 1.234567890E-01"}, {-2000.0, "-2.000000000E+03"},
+        {0.0, " 0.000000000E+00"}, {-0.0, " 0.000000000E+00"}, {1.5e-99, " 1.500000000E-99"},
+        // Below 1E-99 in magnitude: zero, with a blank sign also for negative values.
+        {9.9e-100, " 0.000000000E+00"}, {-3e-120, " 0.000000000E+00"},
+        // Rounding to ten digits carries into the exponent.
+        {9.9999999999e-5, " 1.000000000E-04"}, {1e99, " 1.000000000E+99"},
+        // What cannot be written in 16 characters is starred, never widened.
+        {1e100, stars}, {9.99999999999e99, stars}, {Nan, stars}, {-Inf, stars}};
+    for (const auto& [value, text] : cases) {
+        EXPECT_EQ(FormatResultField(value), text) << value;
+    }
 }
 
 TEST(FormatRecords, FirstLineGeometry)
 {
     const auto head = FormatHeadRecord(names(3));
-    ASSERT_EQ(head.size(), 1u);
-    const std::string& h = head[0];
-    EXPECT_EQ(h.size(), 7u + 16 + 17 + 3 * 17 + 17);
-    EXPECT_EQ(cols(h, 1, 7), "       ");
-    EXPECT_EQ(cols(h, 8, 23), "         Time(s)");
-    EXPECT_EQ(cols(h, 24, 24), " ");
-    EXPECT_EQ(cols(h, 25, 40), "            T(K)");
-    EXPECT_EQ(cols(h, 42, 57), "              S1");
-    EXPECT_EQ(cols(h, 42 + 17 * 2, 57 + 17 * 2), "              S3");
-    EXPECT_EQ(h.substr(h.size() - 17), "          Step(s)");
-
     const std::vector<double> y{0.25, -1e-12, 0.75};
     const auto row = FormatDataRecord(12, 1.5e-3, 1400.0, y, 2.5e-6);
+    ASSERT_EQ(head.size(), 1u);
     ASSERT_EQ(row.size(), 1u);
-    const std::string& r = row[0];
+    const std::string &h = head[0], &r = row[0];
+    EXPECT_EQ(h.size(), 7u + 16 + 17 + 3 * 17 + 17);
     EXPECT_EQ(r.size(), h.size());
-    EXPECT_EQ(cols(r, 1, 7), "     12");
-    EXPECT_EQ(cols(r, 8, 23), " 1.500000000E-03");
-    EXPECT_EQ(cols(r, 25, 40), " 1.400000000E+03");
-    EXPECT_EQ(cols(r, 41, 41), " ");
-    EXPECT_EQ(cols(r, 42, 57), " 2.500000000E-01");
-    EXPECT_EQ(cols(r, 59, 74), "-1.000000000E-12");
-    EXPECT_EQ(r.substr(r.size() - 17), "  2.500000000E-06");
+    struct Slice {
+        const std::string& line;
+        int first, last;
+        const char* text;
+    };
+    const Slice slices[] = {
+        {h, 1, 7, "       "}, {h, 8, 23, "         Time(s)"}, {h, 24, 24, " "},
+        {h, 25, 40, "            T(K)"}, {h, 42, 57, "              S1"},
+        {h, 76, 91, "              S3"}, {h, 92, 108, "          Step(s)"},
+        {r, 1, 7, "     12"}, {r, 8, 23, " 1.500000000E-03"}, {r, 25, 40, " 1.400000000E+03"},
+        {r, 41, 41, " "}, {r, 42, 57, " 2.500000000E-01"}, {r, 59, 74, "-1.000000000E-12"},
+        {r, 92, 108, "  2.500000000E-06"}};
+    for (const Slice& s : slices) {
+        EXPECT_EQ(cols(s.line, s.first, s.last), s.text) << s.first << "-" << s.last;
+    }
 }
 
 TEST(FormatRecords, ContinuationLinesOfFifty)
@@ -117,12 +94,12 @@ TEST(FormatRecords, ContinuationLinesOfFifty)
             EXPECT_EQ(row[k].size(), head[k].size());
             EXPECT_EQ(head[k].substr(0, 41), std::string(41, ' '));
             // Species 50k + 1 stands at columns 42-57 of line k + 1, like species 1 on line 1.
+            const std::string name = "S" + std::to_string(50 * k + 1);
             EXPECT_EQ(cols(row[k], 42, 57), FormatResultField(y[50 * k])) << ns;
-            EXPECT_EQ(cols(head[k], 42, 57), std::string(16 - 1 - std::to_string(50 * k + 1).size(), ' ') +
-                                                  "S" + std::to_string(50 * k + 1));
+            EXPECT_EQ(cols(head[k], 42, 57), std::string(16 - name.size(), ' ') + name);
         }
-        EXPECT_EQ(cols(row[0], 42 + 17 * 49 * (ns >= 50), 57 + 17 * 49 * (ns >= 50)),
-                  FormatResultField(y[ns >= 50 ? 49 : 0]));
+        const int last = ns >= 50 ? 49 : 0; // species 50 ends line 1
+        EXPECT_EQ(cols(row[0], 42 + 17 * last, 57 + 17 * last), FormatResultField(y[last]));
     }
     EXPECT_THROW(FormatHeadRecord(std::vector<std::string>{"ABCDEFGHIJKLMNOPQ"}), zarvion::Error);
 }
@@ -135,10 +112,12 @@ TEST(InputSideText, CutsBehindEndLine)
     EXPECT_THROW(InputSideText("a\r\n", 3), zarvion::Error);
 }
 
-TEST_F(ResultsWriterFile, SuccessfulRunReplacesOldSection)
+TEST(ResultsWriter, SuccessfulRunReplacesOldSection)
 {
+    ScratchDir dir("results-ok");
     const std::string input = "line one\r\nREACTIONS\r\nEND\r\n";
-    write(input + "\r\n!$Results   $$\r\nold rows\r\n!$END\r\nStatistics\r\nold\r\n");
+    const auto file = dir.write(
+        "case.txt", input + "\r\n!$Results   $$\r\nold rows\r\n!$END\r\nStatistics\r\nold\r\n");
     {
         ResultsWriter w(file, 3, names(2));
         const std::vector<double> y0{0.5, 0.5}, y1{0.4, 0.6};
@@ -159,22 +138,15 @@ TEST_F(ResultsWriterFile, SuccessfulRunReplacesOldSection)
     EXPECT_EQ(lines[9], "Statistics");
     EXPECT_EQ(lines[10], "Accepted steps: 12");
     EXPECT_EQ(text.find("old"), std::string::npos);
-    // Every line ends in CR LF.
-    std::size_t lf = 0, crlf = 0;
-    for (std::size_t i = 0; i < text.size(); ++i)
-        if (text[i] == '\n') {
-            ++lf;
-            crlf += i > 0 && text[i - 1] == '\r';
-        }
-    EXPECT_EQ(lf, crlf);
+    EXPECT_EQ(zarvion::shell::JoinCrLf(lines), text); // every line ends in CR LF
 }
 
-TEST_F(ResultsWriterFile, FailedRunKeepsRowsAndWritesError)
+TEST(ResultsWriter, FailedRunKeepsRowsAndWritesError)
 {
-    write("x\r\nEND\r\n");
+    ScratchDir dir("results-fail");
+    const auto file = dir.write("case.txt", "x\r\nEND\r\n");
     ResultsWriter w(file, 2, names(51));
-    std::vector<double> y(51, 1.0 / 51);
-    w.writeRow(0, 900, y, 0);
+    w.writeRow(0, 900, std::vector<double>(51, 1.0 / 51), 0);
     // Before the end is written, the table so far is already on disk.
     auto partial = zarvion::shell::ReadLines(file);
     ASSERT_EQ(partial.size(), 2u + 2 + 2 + 2);

@@ -5,67 +5,65 @@
 #include "TestFiles.h"
 #include "shell/Error.h"
 #include "solverfile/SolverFileChecks.h"
+#include "solverfile/SolverFileLines.h"
 
 using namespace zarvion;
 using namespace zarvion::solverfile;
-using zarvion::testing::dataFile;
-using zarvion::testing::joinCrLf;
-using zarvion::testing::readBytes;
-using zarvion::testing::readLines;
-using zarvion::testing::ScratchDir;
+using namespace zarvion::testing;
+namespace fs = std::filesystem;
 
 namespace {
-
-std::filesystem::path editedCopy(const ScratchDir& dir, const std::string& source, int lineNo,
-                                 const std::string& text, const std::string& name = "edited.txt")
-{
-    auto lines = readLines(dataFile(source));
-    lines[lineNo - 1] = text;
-    return dir.write(name, joinCrLf(lines));
-}
 
 const std::string ConstantVolumeText =
     "Zarvion-II is intended for simulating constant pressure processes only. The solver file "
     "you are attempting to open contains input data for a constant volume process; the file "
     "cannot be opened.";
 
-} // namespace
-
-TEST(TestFileReadable, MissingEmptyAndFolderFail)
+std::string notFound(const fs::path& p)
 {
-    ScratchDir dir("readable");
-    bool failed = false;
-    TestFileReadable(dataFile("toy_mechanism.txt"), failed);
-    EXPECT_FALSE(failed);
-    TestFileReadable(dir.write("empty.txt", ""), failed);
-    EXPECT_TRUE(failed);
-    TestFileReadable(dir.write("blank-line.txt", "\r\n"), failed);
-    EXPECT_FALSE(failed); // one (empty) line can be read
-    TestFileReadable(dir.path() / "missing.txt", failed);
-    EXPECT_TRUE(failed);
-    TestFileReadable(dir.path(), failed);
-    EXPECT_TRUE(failed);
+    return "In the file '" + p.string() + "', results of calculation are not found.";
 }
 
-TEST(IsSolverFile, MagicOfLineOne)
+std::string noOutput(const fs::path& p)
+{
+    return "In the file " + p.string() + ", the output data has not been found.";
+}
+
+//! A copy of the toy mechanism without write permission.
+fs::path lockedCopy(const ScratchDir& dir, const std::string& name)
+{
+    const auto p = dir.write(name, readBytes(dataFile("toy_mechanism.txt")));
+    fs::permissions(p, fs::perms::owner_write, fs::perm_options::remove);
+    return p;
+}
+
+} // namespace
+
+TEST(IsSolverFile, ReadableAndMagicOfLineOne)
 {
     ScratchDir dir("magic");
+    const std::pair<fs::path, bool> readable[] = {
+        {dataFile("toy_mechanism.txt"), false}, {dir.write("empty.txt", ""), true},
+        {dir.write("blank-line.txt", "\r\n"), false}, // one (empty) line can be read
+        {dir.path() / "missing.txt", true}, {dir.path(), true}};
+    for (const auto& [path, fails] : readable) {
+        bool failed = !fails;
+        TestFileReadable(path, failed);
+        EXPECT_EQ(failed, fails) << path;
+    }
     const SolverFileCheck toy = IsSolverFile(dataFile("toy_mechanism.txt"));
-    EXPECT_TRUE(toy.isSolverFile);
-    EXPECT_TRUE(toy.Accepted);
+    EXPECT_TRUE(toy.isSolverFile && toy.Accepted);
     EXPECT_TRUE(toy.message.empty());
-    // As the reduced-file writer puts it: leading blank, mixed case, date behind.
-    auto p = editedCopy(dir, "toy_mechanism.txt", 1, " !$Zarvion Solver,  Mar 5 2014, 10:11:12");
-    EXPECT_TRUE(IsSolverFile(p).Accepted);
-    p = editedCopy(dir, "toy_mechanism.txt", 1, "");
-    EXPECT_FALSE(IsSolverFile(p).isSolverFile);
-    p = editedCopy(dir, "toy_mechanism.txt", 1, "x !$Zarvion Solver");
-    EXPECT_FALSE(IsSolverFile(p).isSolverFile);
-    p = editedCopy(dir, "toy_mechanism.txt", 1, "!$Zarvion Solve");
-    EXPECT_FALSE(IsSolverFile(p).isSolverFile);
+    const std::pair<const char*, bool> lineOne[] = {
+        {" !$Zarvion Solver,  Mar 5 2014, 10:11:12", true}, // as the reduced-file writer puts it
+        {"", false}, {"x !$Zarvion Solver", false}, {"!$Zarvion Solve", false}};
+    for (const auto& [text, magic] : lineOne) {
+        const SolverFileCheck check = IsSolverFile(dir.edited("toy_mechanism.txt", 1, text));
+        EXPECT_EQ(check.isSolverFile, magic) << text;
+        EXPECT_EQ(check.Accepted, magic) << text;
+    }
     const SolverFileCheck empty = IsSolverFile(dir.write("empty.txt", ""));
-    EXPECT_FALSE(empty.isSolverFile);
-    EXPECT_FALSE(empty.Accepted);
+    EXPECT_FALSE(empty.isSolverFile || empty.Accepted);
     // Magic but cut ahead of line 15: an unexpected fault for the caller's reporter.
     EXPECT_THROW(IsSolverFile(dir.write("cut.txt", "!$ZARVION SOLVER\r\nline 2\r\n")), Error);
 }
@@ -85,136 +83,127 @@ TEST(IsSolverFile, ConstantVolumeRefusedWithPathBehindEmptyLine)
     EXPECT_TRUE(IsSolverFile(dataFile("toy_constant_temperature.txt")).Accepted);
     ScratchDir dir("modes");
     for (const char* mode : {" 0 !Constant Temperature", " 7 !odd", "1!Temperature Equation"}) {
-        const SolverFileCheck check = IsSolverFile(editedCopy(dir, "toy_mechanism.txt", 15, mode));
-        EXPECT_TRUE(check.Accepted) << mode;
+        EXPECT_TRUE(IsSolverFile(dir.edited("toy_mechanism.txt", 15, mode)).Accepted) << mode;
     }
-    EXPECT_FALSE(IsSolverFile(editedCopy(dir, "toy_mechanism.txt", 15, "  3")).Accepted);
+    EXPECT_FALSE(IsSolverFile(dir.edited("toy_mechanism.txt", 15, "  3")).Accepted);
 }
 
-TEST(FindRevReactions, ListsThreeTitlesThenEllipsis)
+TEST(FindRevReactions, ListsThreeTitlesThenEllipsisAndTheBlindSpots)
 {
-    const RevReactions rev = FindRevReactions(dataFile("toy_rev.txt"));
+    const auto revFile = dataFile("toy_rev.txt");
+    const RevReactions rev = FindRevReactions(revFile);
     EXPECT_TRUE(rev.found);
     EXPECT_EQ(rev.count, 4);
-    EXPECT_EQ(rev.RevList,
-              "    1 HO2+H=O2+H+H\r\n    2 HO2+H=O2+H+H\r\n    4 HO2+H=O2+H+H...");
-
-    const SolverFileCheck check = IsSolverFile(dataFile("toy_rev.txt"));
+    EXPECT_EQ(rev.RevList, "    1 HO2+H=O2+H+H\r\n    2 HO2+H=O2+H+H\r\n    4 HO2+H=O2+H+H...");
+    const SolverFileCheck check = IsSolverFile(revFile);
     EXPECT_TRUE(check.isSolverFile);
     EXPECT_FALSE(check.Accepted);
     EXPECT_EQ(check.message.text,
               "The reaction mechanism contains reactions where the reverse rate constants are "
-              "specified explicitly (the REV type).  \r\n" +
-                  rev.RevList +
+              "specified explicitly (the REV type).  \r\n" + rev.RevList +
                   "\r\nZarvion-II does not support this reaction type; the file cannot be "
-                  "opened.\r\n\r\n" +
-                  dataFile("toy_rev.txt").string());
+                  "opened.\r\n\r\n" + revFile.string());
     EXPECT_FALSE(FindRevReactions(dataFile("toy_mechanism.txt")).found);
-}
 
-TEST(FindRevReactions, OneRevAndTheBlindSpotBehindReactions)
-{
     ScratchDir dir("rev");
     // Only the fifth reaction keeps its REV line (lines 57, 61 and 68 become plain text).
-    auto lines = readLines(dataFile("toy_rev.txt"));
-    for (int n : {57, 61, 68}) {
-        lines[n - 1] = " note";
-    }
+    auto lines = readLines(revFile);
+    for (int n : {57, 61, 68}) lines[n - 1] = " note";
     const RevReactions one = FindRevReactions(dir.write("one.txt", joinCrLf(lines)));
     EXPECT_EQ(one.count, 1);
     EXPECT_EQ(one.RevList, "    5 HO2+H=O2+H+H"); // no CR LF, no "..."
-
-    // A REV line among the three lines read unconditionally is not seen.
-    lines = readLines(dataFile("toy_mechanism.txt"));
-    lines[54] = "REV    1.0E+12 0.0 0.0"; // second line behind REACTIONS (line 53)
-    EXPECT_FALSE(FindRevReactions(dir.write("blind.txt", joinCrLf(lines))).found);
+    // A REV line among the three lines read unconditionally is not seen (line 55, the
+    // second behind REACTIONS on line 53).
+    EXPECT_FALSE(
+        FindRevReactions(dir.edited("toy_mechanism.txt", 55, "REV    1.0E+12 0.0 0.0")).found);
     // The scan stops at END: a REV line behind it is not counted.
     lines = readLines(dataFile("toy_mechanism.txt"));
-    lines.push_back("a");
-    lines.push_back("b");
-    lines.push_back("REV");
+    lines.insert(lines.end(), {"a", "b", "REV"});
     EXPECT_FALSE(FindRevReactions(dir.write("behind.txt", joinCrLf(lines))).found);
 }
 
-TEST(HasOutputKeyword, OnlyTheMixedCaseSpellingCounts)
+TEST(ResultsKeyword, EachCallerRule)
 {
     ScratchDir dir("keyword");
     shell::Message message;
     EXPECT_FALSE(HasOutputKeyword(dataFile("toy_results.txt"), true, message));
     EXPECT_TRUE(message.empty());
-    const auto path = dataFile("toy_mechanism.txt");
-    EXPECT_TRUE(HasOutputKeyword(path, true, message));
-    EXPECT_EQ(message.text, "In the file " + path.string() + ", the output data has not been found.");
+    const auto mechanism = dataFile("toy_mechanism.txt");
+    EXPECT_TRUE(HasOutputKeyword(mechanism, true, message));
+    EXPECT_EQ(message.text, noOutput(mechanism));
     EXPECT_EQ(message.style, 48);
-    EXPECT_TRUE(HasOutputKeyword(path, false, message));
+    EXPECT_TRUE(HasOutputKeyword(mechanism, false, message));
     EXPECT_TRUE(message.empty());
-    // Capitals are not found here, while CheckResultsPresent accepts them.
-    const auto upper = editedCopy(dir, "toy_results.txt", 83, "!$RESULTS   $$");
+    // Capitals are not found by the output-keyword check, while CheckResultsPresent accepts them.
+    const auto upper = dir.edited("toy_results.txt", 83, "!$RESULTS   $$");
     EXPECT_TRUE(HasOutputKeyword(upper, false, message));
     bool failed = true;
     CheckResultsPresent(upper, failed, message);
     EXPECT_FALSE(failed);
+
+    // FindSolverResults: found by the exact-case rule, ignoring case, in the text anywhere.
+    // Inside a line only the text search sees it; at offset 0 only the line rules do.
+    struct Case {
+        fs::path file;
+        bool exact, ignoreCase, text;
+    };
+    const Case cases[] = {
+        {dataFile("toy_results.txt"), true, true, true}, // "!$Results   $$"
+        {mechanism, false, false, false},
+        {dir.write("upper.txt", "first\r\n  !$RESULTS $$\r\n"), false, true, true},
+        {dir.write("inside.txt", "first\r\nnote: !$results\r\n"), false, false, true},
+        {dir.write("start.txt", "!$Results $$\r\nmore\r\n"), true, true, false},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(FindSolverResults(c.file, ResultsKeywordRule::ExactCase), c.exact) << c.file;
+        EXPECT_EQ(FindSolverResults(c.file, ResultsKeywordRule::IgnoreCase), c.ignoreCase)
+            << c.file;
+        EXPECT_EQ(FindSolverResults(c.file, ResultsKeywordRule::TextSearch), c.text) << c.file;
+    }
 }
 
 TEST(CheckResultsPresent, RecordsCountedBehindTheHead)
 {
-    bool failed = false;
+    bool failed = true;
     shell::Message message;
     CheckResultsPresent(dataFile("toy_results.txt"), failed, message);
     EXPECT_FALSE(failed);
     EXPECT_TRUE(message.empty());
     CheckResultsPresent(dataFile("toy_error.txt"), failed, message); // 4 records, then ERROR
     EXPECT_FALSE(failed);
-    for (const char* name : {"toy_results_3rows.txt", "toy_results_2rows.txt", "toy_mechanism.txt"}) {
-        const auto path = dataFile(name);
-        CheckResultsPresent(path, failed, message);
+    for (const char* name :
+         {"toy_results_3rows.txt", "toy_results_2rows.txt", "toy_mechanism.txt"}) {
+        CheckResultsPresent(dataFile(name), failed, message);
         EXPECT_TRUE(failed) << name;
-        EXPECT_EQ(message.text,
-                  "In the file '" + path.string() + "', results of calculation are not found.");
+        EXPECT_EQ(message.text, notFound(dataFile(name)));
     }
     ScratchDir dir("present");
-    const auto broken = editedCopy(dir, "toy_results.txt", 10, " 4 Species");
-    CheckResultsPresent(broken, failed, message);
-    EXPECT_TRUE(failed);
-    EXPECT_EQ(message.text, "In the file '" + broken.string() + "', unexpected error.");
-    const auto missing = dir.path() / "missing.txt";
-    CheckResultsPresent(missing, failed, message);
-    EXPECT_EQ(message.text, "In the file '" + missing.string() + "', unexpected error.");
-}
-
-TEST(CheckResultsPresent, LinesPerRecordAndHalfToEvenRounding)
-{
-    // 50 species: LinesPerRecord = 50 div 50 + 1 = 2, so the head takes two lines and
-    // n further non-empty lines count as n / 2 records, rounded half to even.
-    ScratchDir dir("rounding");
-    auto fileWith = [&](int dataLines, const std::string& head2) {
-        std::vector<std::string> lines(9, " free");
-        lines.push_back(" 50 !Species");
-        lines.push_back("END");
-        lines.push_back("");
-        lines.push_back("  !$results $$");
-        lines.push_back("   head line 1");
-        lines.push_back(head2);
-        for (int k = 0; k < dataLines; ++k) {
-            lines.push_back(" row " + std::to_string(k));
-            lines.push_back(""); // empty lines are not counted
-        }
-        lines.push_back("!$END");
-        lines.push_back("Statistics line that is not counted");
-        return dir.write("n" + std::to_string(dataLines) + ".txt", joinCrLf(lines));
-    };
-    auto fails = [](const std::filesystem::path& p) {
-        bool failed = false;
-        shell::Message message;
+    for (const fs::path& p : {dir.edited("toy_results.txt", 10, " 4 Species"),
+                              dir.path() / "missing.txt"}) {
         CheckResultsPresent(p, failed, message);
+        EXPECT_TRUE(failed);
+        EXPECT_EQ(message.text, "In the file '" + p.string() + "', unexpected error.");
+    }
+
+    // 50 species: LinesPerRecord = 50 div 50 + 1 = 2, so the head takes two lines and
+    // n further non-empty lines count as n / 2 records, rounded half to even; 4 are needed.
+    auto fails = [&](int dataLines, const std::string& head2) {
+        std::vector<std::string> lines(9, " free");
+        lines.insert(lines.end(), {" 50 !Species", "END", "", "  !$results $$", "   head line 1",
+                                   head2});
+        for (int k = 0; k < dataLines; ++k) {
+            lines.insert(lines.end(), {" row " + std::to_string(k), ""}); // empty: not counted
+        }
+        lines.insert(lines.end(), {"!$END", "Statistics line that is not counted"});
+        CheckResultsPresent(dir.write("n.txt", joinCrLf(lines)), failed, message);
         return failed;
     };
-    EXPECT_TRUE(fails(fileWith(5, "   head line 2")));  // 2.5 -> 2
-    EXPECT_TRUE(fails(fileWith(6, "   head line 2")));  // 3
-    EXPECT_FALSE(fails(fileWith(7, "   head line 2"))); // 3.5 -> 4
-    EXPECT_FALSE(fails(fileWith(9, "   head line 2"))); // 4.5 -> 4
+    EXPECT_TRUE(fails(5, "   head line 2"));  // 2.5 -> 2
+    EXPECT_TRUE(fails(6, "   head line 2"));  // 3
+    EXPECT_FALSE(fails(7, "   head line 2")); // 3.5 -> 4
+    EXPECT_FALSE(fails(9, "   head line 2")); // 4.5 -> 4
     // An ERROR line inside the head fails at once, whatever follows.
-    EXPECT_TRUE(fails(fileWith(20, "error in the head")));
+    EXPECT_TRUE(fails(20, "error in the head"));
 }
 
 TEST(SolverFileCallers, SelectShowAndAlreadyOpened)
@@ -224,18 +213,14 @@ TEST(SolverFileCallers, SelectShowAndAlreadyOpened)
     EXPECT_EQ(SelectSolverFileCheck(plain).text,
               "You are attempting to open not solver file " + plain.string() + ".");
     EXPECT_TRUE(SelectSolverFileCheck(dataFile("toy_constant_volume_2.txt")).empty());
-    const auto locked = dir.write("locked.txt", readBytes(dataFile("toy_mechanism.txt")));
-    std::filesystem::permissions(locked, std::filesystem::perms::owner_write,
-                                 std::filesystem::perm_options::remove);
+    const auto locked = lockedCopy(dir, "locked.txt");
     EXPECT_EQ(SelectSolverFileCheck(locked).text,
               "File " + locked.string() + " is read-only, remove this attribute.");
 
-    const auto noResults = dataFile("toy_mechanism.txt");
-    EXPECT_EQ(ShowSolverResultsCheck(noResults).text,
-              "In the file " + noResults.string() + ", the output data has not been found.");
-    const auto threeRows = dataFile("toy_results_3rows.txt");
-    EXPECT_EQ(ShowSolverResultsCheck(threeRows).text,
-              "In the file '" + threeRows.string() + "', results of calculation are not found.");
+    EXPECT_EQ(ShowSolverResultsCheck(dataFile("toy_mechanism.txt")).text,
+              noOutput(dataFile("toy_mechanism.txt")));
+    EXPECT_EQ(ShowSolverResultsCheck(dataFile("toy_results_3rows.txt")).text,
+              notFound(dataFile("toy_results_3rows.txt")));
     EXPECT_TRUE(ShowSolverResultsCheck(dataFile("toy_results.txt")).empty());
 
     const shell::Message opened = AlreadyOpenedMessage("/a/B.txt");
@@ -249,27 +234,27 @@ TEST(DecideOpenDocument, EachKindOfWindow)
     const auto refused = dir.write("manual.PDF", "%PDF");
     DocumentDecision d = DecideOpenDocument(refused);
     EXPECT_EQ(d.kind, DocumentKind::Refused);
-    EXPECT_EQ(d.message.text,
-              "The specified Path/File name " + refused.string() + " cannot be accessed or is invalid.");
-
-    EXPECT_EQ(DecideOpenDocument(dir.write("chart.pg", "{}")).kind, DocumentKind::Chart);
-    EXPECT_EQ(DecideOpenDocument(dataFile("toy_results.txt")).kind, DocumentKind::SolverDocument);
-
-    d = DecideOpenDocument(dataFile("toy_constant_volume_3.txt"));
+    EXPECT_EQ(d.message.text, "The specified Path/File name " + refused.string() +
+                                  " cannot be accessed or is invalid.");
+    const auto volume = dataFile("toy_constant_volume_3.txt");
+    d = DecideOpenDocument(volume);
     EXPECT_EQ(d.kind, DocumentKind::SolverFileRefused);
-    EXPECT_EQ(d.message.text,
-              ConstantVolumeText + "\r\n\r\n" + dataFile("toy_constant_volume_3.txt").string());
-    EXPECT_EQ(DecideOpenDocument(dataFile("toy_rev.txt")).kind, DocumentKind::SolverFileRefused);
+    EXPECT_EQ(d.message.text, ConstantVolumeText + "\r\n\r\n" + volume.string());
 
-    EXPECT_EQ(DecideOpenDocument(dir.write("empty.txt", "")).kind, DocumentKind::PlainText);
-    // No point in the name: opened by content, here as a solver file.
-    const auto noPoint = dir.write("solverfile", readBytes(dataFile("toy_mechanism.txt")));
-    EXPECT_EQ(DecideOpenDocument(noPoint).kind, DocumentKind::SolverDocument);
-
+    const std::pair<fs::path, DocumentKind> kinds[] = {
+        {dir.write("chart.pg", "{}"), DocumentKind::Chart},
+        {dataFile("toy_results.txt"), DocumentKind::SolverDocument},
+        {dataFile("toy_rev.txt"), DocumentKind::SolverFileRefused},
+        {dir.write("empty.txt", ""), DocumentKind::PlainText},
+        // No point in the name: opened by content, here as a solver file.
+        {dir.write("solverfile", readBytes(dataFile("toy_mechanism.txt"))),
+         DocumentKind::SolverDocument},
+    };
+    for (const auto& [path, kind] : kinds) {
+        EXPECT_EQ(DecideOpenDocument(path).kind, kind) << path;
+    }
     // Read-only: the notice, then the open goes on by content.
-    const auto locked = dir.write("locked.dat", readBytes(dataFile("toy_mechanism.txt")));
-    std::filesystem::permissions(locked, std::filesystem::perms::owner_write,
-                                 std::filesystem::perm_options::remove);
+    const auto locked = lockedCopy(dir, "locked.dat");
     d = DecideOpenDocument(locked);
     EXPECT_EQ(d.kind, DocumentKind::SolverDocument);
     EXPECT_EQ(d.readOnlyNotice.text, "The file " + locked.string() + " is read-only.");

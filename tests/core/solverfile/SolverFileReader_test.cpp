@@ -10,65 +10,55 @@
 
 using namespace zarvion;
 using namespace zarvion::solverfile;
-using zarvion::testing::dataFile;
-using zarvion::testing::ScratchDir;
+using namespace zarvion::testing;
 
-TEST(ParseCommentedValue, TakesTrimmedTextAheadOfFirstBang)
+TEST(SolverFileText, CommentedValuesCompositionsAndElements)
 {
     EXPECT_EQ(ParseCommentedValue(" 1.00E+00 !Pressure, atm"), "1.00E+00");
     EXPECT_EQ(ParseCommentedValue(" 100000 !R!Maximum Number of lines in output"), "100000");
     EXPECT_EQ(ParseCommentedValue("!only comment"), "");
     EXPECT_THROW(ParseCommentedValue(" 4 Species"), Error);
-}
-
-TEST(SplitComposition, BlankAtEveryDigitChangeAndAtTheEnd)
-{
+    // A blank at every digit change and at the end.
     EXPECT_EQ(SplitComposition("C1H4                  "), "C 1 H 4 ");
     EXPECT_EQ(SplitComposition("  AR1 "), "AR 1 ");
     EXPECT_EQ(SplitComposition("C12H26"), "C 12 H 26 ");
     EXPECT_EQ(SplitComposition(""), ""); // the lone trailing blank is never a finished run
-}
-
-TEST(BuildElementNames, FirstAppearanceOrderAtMostEleven)
-{
+    // Elements in order of first appearance, at most eleven entries.
     EXPECT_EQ(BuildElementNames({"H 2 O 1 ", "O 2 ", "AR 1 ", "H 1 "}),
               (std::vector<std::string>{"e", "H", "O", "AR"}));
-    // Twelve distinct symbols: the eleventh entry is the last one kept.
-    std::vector<std::string> many{"A 1 B 1 C 1 D 1 E 1 F 1 ", "G 1 H 1 I 1 J 1 K 1 L 1 "};
-    const auto names = BuildElementNames(many);
+    const auto names = BuildElementNames({"A 1 B 1 C 1 D 1 E 1 F 1 ", "G 1 H 1 I 1 J 1 K 1 L 1 "});
     ASSERT_EQ(names.size(), 11u);
     EXPECT_EQ(names[10], "J");
 }
 
-TEST(ReadMechanism, HeaderValuesWithRaisingRules)
+TEST(ReadMechanism, HeaderAndThermoRecords)
 {
     const Mechanism m = ReadMechanism(dataFile("toy_mechanism.txt"));
     const ProblemHeader& h = m.header;
     EXPECT_EQ(h.SpeciesCount, 4);
     EXPECT_EQ(h.ReactionCount, 5);
-    EXPECT_DOUBLE_EQ(h.pressureAtm, 1.0);
     EXPECT_EQ(h.TemperatureMode, 1);
-    EXPECT_DOUBLE_EQ(h.initialTemperature, 1200.0);
-    EXPECT_DOUBLE_EQ(h.minTemperature, 300.0);
-    EXPECT_DOUBLE_EQ(h.maxTemperature, 3500.0);
-    EXPECT_DOUBLE_EQ(h.initialTime, 0.0);
-    EXPECT_DOUBLE_EQ(h.finalTime, 1.0e-3);
-    EXPECT_EQ(h.finalTimeText, "1.0E-03");
-    EXPECT_DOUBLE_EQ(h.initialStep, 1.0e-8);
-    EXPECT_EQ(h.maxSteps, 3);   // file says 2, raised to 3
-    EXPECT_DOUBLE_EQ(h.relativeTolerance, 1.0e-6);
-    EXPECT_DOUBLE_EQ(h.absoluteTolerance, 1.0e-12);
+    EXPECT_EQ(h.maxSteps, 3);    // file says 2, raised to 3
     EXPECT_EQ(h.outputEvery, 1); // file says 0, raised to 1
-    EXPECT_DOUBLE_EQ(h.GasConstantEnergy, 1.987204259);
-    EXPECT_DOUBLE_EQ(h.GasConstantConc, 82.05736608);
+    EXPECT_EQ(h.finalTimeText, "1.0E-03");
+    const std::pair<double, double> reals[] = {
+        {h.pressureAtm, 1.0}, {h.initialTemperature, 1200.0}, {h.minTemperature, 300.0},
+        {h.maxTemperature, 3500.0}, {h.initialTime, 0.0}, {h.finalTime, 1.0e-3},
+        {h.initialStep, 1.0e-8}, {h.relativeTolerance, 1.0e-6}, {h.absoluteTolerance, 1.0e-12},
+        {h.GasConstantEnergy, 1.987204259}, {h.GasConstantConc, 82.05736608},
+        // O2's thermo slots 1, 5, 6, 10, 11, 14, 15 and HO2's temperatures 16-18.
+        {m.thermo[1][1], 3.66096065}, {m.thermo[1][5], -1.29913436e-15},
+        {m.thermo[1][6], -1.21597718e3}, {m.thermo[1][10], 9.84730201e-6},
+        {m.thermo[1][11], -9.68129509e-9}, {m.thermo[1][14], 3.65767573},
+        {m.thermo[1][15], 31.9988}, {m.thermo[2][16], 200.0}, {m.thermo[2][17], 3500.0},
+        {m.thermo[2][18], 1000.0}};
+    for (std::size_t k = 0; k < std::size(reals); ++k) {
+        EXPECT_DOUBLE_EQ(reals[k].first, reals[k].second) << "entry " << k;
+    }
     EXPECT_EQ(m.thermoKeywordLine, 34);
     // 34 + 16 thermo lines + END, free, REACTIONS + 5 records (6+5+8+5+3 lines) + END
     EXPECT_EQ(m.reactionsEndLine, 34 + 16 + 3 + 27 + 1);
-}
 
-TEST(ReadMechanism, ThermoRecordsByPosition)
-{
-    const Mechanism m = ReadMechanism(dataFile("toy_mechanism.txt"));
     ASSERT_EQ(m.speciesNames, (std::vector<std::string>{"H", "O2", "HO2", "AR"}));
     EXPECT_EQ(m.MolFormula, (std::vector<std::string>{"H1", "O2", "H1O2", "AR1"}));
     EXPECT_EQ(m.composition, (std::vector<std::string>{"H 1 ", "O 2 ", "H 1 O 2 ", "AR 1 "}));
@@ -76,64 +66,40 @@ TEST(ReadMechanism, ThermoRecordsByPosition)
     EXPECT_EQ(m.initialMoleFractions, (std::vector<double>{0.0, 0.2, 0.0, 0.8}));
     EXPECT_EQ(m.initialMoleFractionTexts[1], "2.000E-01");
     EXPECT_EQ(m.initialMoleFractionTexts[2], "0");
-    const ThermoRecord& o2 = m.thermo[1];
-    EXPECT_DOUBLE_EQ(o2[1], 3.66096065);
-    EXPECT_DOUBLE_EQ(o2[5], -1.29913436e-15);
-    EXPECT_DOUBLE_EQ(o2[6], -1.21597718e3);
-    EXPECT_DOUBLE_EQ(o2[10], 9.84730201e-6);
-    EXPECT_DOUBLE_EQ(o2[11], -9.68129509e-9);
-    EXPECT_DOUBLE_EQ(o2[14], 3.65767573);
-    EXPECT_DOUBLE_EQ(o2[15], 31.9988);
-    EXPECT_DOUBLE_EQ(m.thermo[2][16], 200.0);
-    EXPECT_DOUBLE_EQ(m.thermo[2][17], 3500.0);
-    EXPECT_DOUBLE_EQ(m.thermo[2][18], 1000.0);
 }
 
 TEST(ReadMechanism, ReactionRecordsWithOptionalLines)
 {
     const Mechanism m = ReadMechanism(dataFile("toy_mechanism.txt"));
     ASSERT_EQ(m.reactions.size(), 5u);
-    // Third body with one listed partner (AR, species 4, efficiency 0.7).
-    const ReactionRecord& r1 = m.reactions[0];
-    EXPECT_EQ(r1.text, "H+O2+M=HO2+M");
-    EXPECT_EQ(r1.ints[1], 1);
-    EXPECT_EQ(r1.ints[2], 2);
-    EXPECT_EQ(r1.ints[4], 3);
-    EXPECT_EQ(r1.ints[slot::ThirdBodyKind], 2);
-    EXPECT_EQ(r1.ints[slot::PartnerCount], 1);
-    EXPECT_EQ(r1.ints[slot::FirstPartner], 4);
-    EXPECT_EQ(r1.ints[slot::FirstPartner + 1], 0);
-    EXPECT_DOUBLE_EQ(r1.reals[1], 3.61e17);
-    EXPECT_DOUBLE_EQ(r1.reals[2], -0.72);
-    EXPECT_DOUBLE_EQ(r1.reals[12], 0.70);
-    EXPECT_DOUBLE_EQ(r1.reals[13], 0.0);
-    // Troe with four parameters behind a LOW line.
-    const ReactionRecord& r2 = m.reactions[1];
-    EXPECT_EQ(r2.ints[slot::HasLowLimit], 1);
-    EXPECT_EQ(r2.ints[slot::FalloffKind], 1);
-    EXPECT_DOUBLE_EQ(r2.reals[4], 1.05e19);
-    EXPECT_DOUBLE_EQ(r2.reals[5], -1.257);
-    EXPECT_DOUBLE_EQ(r2.reals[7], 0.5);
-    EXPECT_DOUBLE_EQ(r2.reals[10], 1.0e10);
-    // SRI with five parameters and a named bath partner.
-    const ReactionRecord& r3 = m.reactions[2];
-    EXPECT_EQ(r3.ints[slot::FalloffKind], 2);
-    EXPECT_DOUBLE_EQ(r3.reals[8], 797.0);
-    EXPECT_DOUBLE_EQ(r3.reals[11], 0.0);
-    EXPECT_DOUBLE_EQ(r3.reals[10], 1.0);
-    EXPECT_EQ(r3.ints[slot::FirstPartner], 4);
-    EXPECT_DOUBLE_EQ(r3.reals[12], 1.0);
-    // Troe with three parameters: slot 10 stays 0.
-    const ReactionRecord& r4 = m.reactions[3];
-    EXPECT_EQ(r4.ints[slot::FalloffKind], 3);
-    EXPECT_DOUBLE_EQ(r4.reals[9], 2000.0);
-    EXPECT_DOUBLE_EQ(r4.reals[10], 0.0);
-    EXPECT_DOUBLE_EQ(r4.reals[3], 4.6e4);
-    // Plain irreversible record of three lines, right before END.
-    const ReactionRecord& r5 = m.reactions[4];
-    EXPECT_EQ(r5.text, "HO2+H=>O2+H+H");
-    EXPECT_EQ(r5.ints[slot::ProductCount], 3);
-    EXPECT_EQ(r5.ints[slot::Reversible], 0);
+    EXPECT_EQ(m.reactions[0].text, "H+O2+M=HO2+M");
+    EXPECT_EQ(m.reactions[4].text, "HO2+H=>O2+H+H");
+    // {reaction, slot, value}: 1 third body with one listed partner (AR, species 4, 0.7);
+    // 2 Troe with four parameters behind a LOW line; 3 SRI with a named bath partner;
+    // 4 Troe with three parameters (slot 10 stays 0); 5 plain irreversible, before END.
+    struct Int {
+        int reaction, slot, value;
+    };
+    const Int ints[] = {
+        {0, 1, 1}, {0, 2, 2}, {0, 4, 3}, {0, slot::ThirdBodyKind, 2}, {0, slot::PartnerCount, 1},
+        {0, slot::FirstPartner, 4}, {0, slot::FirstPartner + 1, 0}, {1, slot::HasLowLimit, 1},
+        {1, slot::FalloffKind, 1}, {2, slot::FalloffKind, 2}, {2, slot::FirstPartner, 4},
+        {3, slot::FalloffKind, 3}, {4, slot::ProductCount, 3}, {4, slot::Reversible, 0}};
+    for (const Int& c : ints) {
+        EXPECT_EQ(m.reactions[c.reaction].ints[c.slot], c.value) << c.reaction << "/" << c.slot;
+    }
+    struct Real {
+        int reaction, slot;
+        double value;
+    };
+    const Real reals[] = {
+        {0, 1, 3.61e17}, {0, 2, -0.72}, {0, 12, 0.70}, {0, 13, 0.0}, {1, 4, 1.05e19},
+        {1, 5, -1.257}, {1, 7, 0.5}, {1, 10, 1.0e10}, {2, 8, 797.0}, {2, 11, 0.0}, {2, 10, 1.0},
+        {2, 12, 1.0}, {3, 9, 2000.0}, {3, 10, 0.0}, {3, 3, 4.6e4}};
+    for (const Real& c : reals) {
+        EXPECT_DOUBLE_EQ(m.reactions[c.reaction].reals[c.slot], c.value)
+            << c.reaction << "/" << c.slot;
+    }
 }
 
 TEST(ParseReactionRecord, AdvancesPositionAndReportsCutRecord)
@@ -156,49 +122,41 @@ TEST(ParseReactionRecord, AdvancesPositionAndReportsCutRecord)
     EXPECT_DOUBLE_EQ(r.reals[8], 100.0);
 }
 
-namespace {
-
-//! The toy file with one line replaced (1-based), written to a scratch folder.
-std::filesystem::path brokenCopy(const ScratchDir& dir, int lineNo, const std::string& text)
-{
-    auto lines = zarvion::testing::readLines(dataFile("toy_mechanism.txt"));
-    lines[lineNo - 1] = text;
-    return dir.write("broken.txt", zarvion::testing::joinCrLf(lines));
-}
-
-int parseErrorLine(const std::filesystem::path& p)
-{
-    try {
-        ReadMechanism(p);
-    } catch (const ParseError& e) {
-        return e.line();
-    }
-    return -1;
-}
-
-} // namespace
-
 TEST(ReadMechanism, BrokenFilesThrowWithTheirLine)
 {
     ScratchDir dir("mech");
-    EXPECT_EQ(parseErrorLine(brokenCopy(dir, 10, " 4 Species")), 10);       // no "!"
-    EXPECT_EQ(parseErrorLine(brokenCopy(dir, 11, " five !Reactions")), 11); // no number
-    EXPECT_EQ(parseErrorLine(brokenCopy(dir, 32, " R cm^3")), 32);
-    EXPECT_EQ(parseErrorLine(brokenCopy(dir, 40, "   2.5 x.y 3")), 39); // record's first line
-    const int lineCount =
-        static_cast<int>(zarvion::testing::readLines(dataFile("toy_mechanism.txt")).size());
-    EXPECT_EQ(parseErrorLine(brokenCopy(dir, 34, "THERM")), lineCount); // no keyword at all
-    // Reaction 1 names species 7 of a 4-species file.
-    EXPECT_EQ(parseErrorLine(brokenCopy(
-                  dir, 55, "      7   2   0   3   0   0   0   0   0   2   1   2   1   0   0   1")),
-              54);
-    // Fall-off kind 9 does not exist.
-    EXPECT_EQ(parseErrorLine(brokenCopy(
-                  dir, 61, "      1   2   0   3   0   0   0   0   0   2   1   1   0   1   9   1")),
-              61);
+    auto errorLine = [](const std::filesystem::path& p) {
+        try {
+            ReadMechanism(p);
+        } catch (const ParseError& e) {
+            return e.line();
+        }
+        return -1;
+    };
+    const int lineCount = static_cast<int>(readLines(dataFile("toy_mechanism.txt")).size());
+    struct Case {
+        int line;
+        const char* text;
+        int errorLine;
+    };
+    const Case cases[] = {
+        {10, " 4 Species", 10}, // no "!"
+        {11, " five !Reactions", 11}, // no number
+        {32, " R cm^3", 32},
+        {40, "   2.5 x.y 3", 39}, // reported at the record's first line
+        {34, "THERM", lineCount}, // no keyword at all
+        // Reaction 1 names species 7 of a 4-species file.
+        {55, "      7   2   0   3   0   0   0   0   0   2   1   2   1   0   0   1", 54},
+        // Fall-off kind 9 does not exist.
+        {61, "      1   2   0   3   0   0   0   0   0   2   1   1   0   1   9   1", 61},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(errorLine(dir.edited("toy_mechanism.txt", c.line, c.text)), c.errorLine)
+            << "line " << c.line;
+    }
     // Cut right after the thermo records.
-    auto lines = zarvion::testing::readLines(dataFile("toy_mechanism.txt"));
+    auto lines = readLines(dataFile("toy_mechanism.txt"));
     lines.resize(45);
-    EXPECT_GT(parseErrorLine(dir.write("short.txt", zarvion::testing::joinCrLf(lines))), 0);
+    EXPECT_GT(errorLine(dir.write("short.txt", joinCrLf(lines))), 0);
     EXPECT_THROW(ReadMechanism(dir.path() / "missing.txt"), Error);
 }

@@ -2,14 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
+#include "TestFiles.h"
 #include "shell/Error.h"
 #include "shell/TextFile.h"
 
 namespace zs = zarvion::solverfile;
-using zs::StartField;
+using zarvion::testing::dataFile;
+using zarvion::testing::ScratchDir;
+using F = zs::StartField;
 
 namespace {
 
@@ -26,251 +26,157 @@ zs::StartWindowFields goodFields()
     return f;
 }
 
-struct TempFile {
-    std::filesystem::path path;
-    explicit TempFile(const std::string& name, const std::string& content)
-        : path(std::filesystem::temp_directory_path() / ("zarvion_swl_" + name))
-    {
-        std::ofstream(path, std::ios::binary) << content;
-    }
-    ~TempFile() { std::filesystem::remove(path); }
+struct Edit {
+    F field;
+    const char* value;
+    int row = 0; //!< species row when the field is the fraction table
 };
 
-std::string field16(double v)
+std::string& at(zs::StartWindowFields& f, const Edit& e)
 {
-    char buf[32];
-    std::snprintf(buf, sizeof buf, "%16.9E", v);
-    return buf;
+    switch (e.field) {
+    case F::Text1: return f.Text1;
+    case F::Text3: return f.Text3;
+    case F::Text7: return f.Text7;
+    case F::Text6: return f.Text6;
+    case F::GridEX1: return f.fractions.at(e.row);
+    default: return f.Text4.at(static_cast<int>(e.field) - static_cast<int>(F::Text4_0));
+    }
 }
+
+const char* const Positive = "Pressure, please enter a positive number.";
+const char* const Interval = "Allowable temperature interval, please enter a positive number.";
+const char* const Fractions = "Initial mole fractions, please enter positive numbers.";
 
 } // namespace
 
-TEST(StartWindowLogic, GoodProblemPassesUnchanged)
-{
-    const auto check = zs::ValidateStartWindow(goodFields());
-    EXPECT_TRUE(check.passed) << check.message;
-    EXPECT_EQ(check.fields.Text4[5], "5000");
-    EXPECT_EQ(check.fields.Text4[2], "1E-10");
-}
-
 TEST(StartWindowLogic, NonNumericFieldsRefusedInWindowOrder)
 {
-    // Every field empty: the first check names the pressure; filling the fields one by one
+    // Every field unusable: the first check names the pressure; mending the fields one by one
     // walks through the messages in the order the window checks them.
     struct Step {
-        std::string zs::StartWindowFields::*member;
-        int text4;
-        StartField field;
+        F field;
         int tab;
         const char* message;
     };
     const Step steps[] = {
-        {&zs::StartWindowFields::Text1, -1, StartField::Text1, 1,
-         "Pressure, please enter a positive number."},
-        {&zs::StartWindowFields::Text3, -1, StartField::Text3, 1,
-         "Initial temperature, please enter a positive number."},
-        {nullptr, 0, StartField::Text4_0, 1, "Initial time, please enter a number."},
-        {nullptr, 1, StartField::Text4_1, 1, "Final time, please enter a number."},
-        {nullptr, 2, StartField::Text4_2, 1, "Initial step size, please enter a positive number."},
-        {nullptr, 3, StartField::Text4_3, 1,
-         "Relative tolerance, please enter a number on the interval (1.E-14, 1)."},
-        {nullptr, 4, StartField::Text4_4, 1, "Absolute tolerance, please enter a positive number."},
-        {nullptr, 5, StartField::Text4_5, 2,
+        {F::Text1, 1, Positive},
+        {F::Text3, 1, "Initial temperature, please enter a positive number."},
+        {F::Text4_0, 1, "Initial time, please enter a number."},
+        {F::Text4_1, 1, "Final time, please enter a number."},
+        {F::Text4_2, 1, "Initial step size, please enter a positive number."},
+        {F::Text4_3, 1, "Relative tolerance, please enter a number on the interval (1.E-14, 1)."},
+        {F::Text4_4, 1, "Absolute tolerance, please enter a positive number."},
+        {F::Text4_5, 2,
          "Maximum number of computed steps, please enter a positive integer less than 100000."},
-        {nullptr, 6, StartField::Text4_6, 2,
-         "Step of data output, please entera a positive integer."},
-        {&zs::StartWindowFields::Text7, -1, StartField::Text7, 2,
-         "Allowable temperature interval, please enter a positive number."},
-        {&zs::StartWindowFields::Text6, -1, StartField::Text6, 2,
-         "Allowable temperature interval, please enter a positive number."},
+        {F::Text4_6, 2, "Step of data output, please entera a positive integer."},
+        {F::Text7, 2, Interval},
+        {F::Text6, 2, Interval},
     };
-    const auto good = goodFields();
+    auto good = goodFields();
     zs::StartWindowFields f = good;
     f.Text1 = f.Text3 = f.Text7 = f.Text6 = "abc";
-    for (auto& t : f.Text4)
-        t = "";
+    f.Text4.fill("");
     for (const auto& step : steps) {
         const auto check = zs::ValidateStartWindow(f);
         ASSERT_FALSE(check.passed);
         EXPECT_EQ(check.field, step.field);
         EXPECT_EQ(check.tab, step.tab);
         EXPECT_EQ(check.message, step.message);
-        if (step.member)
-            f.*step.member = good.*step.member;
-        else
-            f.Text4[step.text4] = good.Text4[step.text4];
+        at(f, {step.field, ""}) = at(good, {step.field, ""});
     }
     EXPECT_TRUE(zs::ValidateStartWindow(f).passed);
 }
 
-TEST(StartWindowLogic, BoundsOfStepLimitToleranceAndPressure)
+TEST(StartWindowLogic, BoundsRangesAndSilentCorrections)
 {
-    auto f = goodFields();
-    f.Text4[5] = "100000"; // the limit itself passes
-    EXPECT_TRUE(zs::ValidateStartWindow(f).passed);
-    f.Text4[5] = "100001";
-    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text4_5);
-    f.Text4[5] = "-1E300"; // huge negative: refused with the same message, no overflow
-    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text4_5);
-    f.Text4[5] = "0";
-    EXPECT_EQ(zs::ValidateStartWindow(f).tab, 2);
-
-    f = goodFields();
-    f.Text4[3] = "1"; // closed interval at both ends
-    EXPECT_TRUE(zs::ValidateStartWindow(f).passed);
-    f.Text4[3] = "1E-14";
-    EXPECT_TRUE(zs::ValidateStartWindow(f).passed);
-    f.Text4[3] = "1.0001";
-    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text4_3);
-    f.Text4[3] = "9E-15";
-    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text4_3);
-
-    f = goodFields();
-    f.Text1 = "0";
-    EXPECT_EQ(zs::ValidateStartWindow(f).message, "Pressure, please enter a positive number.");
-    f.Text1 = "-5";
-    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text1);
-}
-
-TEST(StartWindowLogic, ValuesBeyondDoubleRangeAreRefusedAsNonNumeric)
-{
-    auto f = goodFields();
-    f.Text1 = "1E400";
-    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text1);
-    f = goodFields();
-    f.Text4[1] = "-1E999";
-    EXPECT_EQ(zs::ValidateStartWindow(f).message, "Final time, please enter a number.");
-    f = goodFields();
-    f.fractions[0] = "1E500";
-    EXPECT_EQ(zs::ValidateStartWindow(f).fractionRow, 0);
-    // Large but finite values pass the numeric checks and meet the range checks.
-    f = goodFields();
-    f.Text3 = "1E300";
-    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text3);
-}
-
-TEST(StartWindowLogic, FractionsCheckedAfterTextFieldsAndBeforeTemperatures)
-{
-    auto f = goodFields();
-    f.fractions = {"0.5", "x", "-1"};
-    f.Text7 = "7000"; // interval error further down must not win
-    auto check = zs::ValidateStartWindow(f);
-    EXPECT_EQ(check.field, StartField::GridEX1);
-    EXPECT_EQ(check.fractionRow, 1);
-    EXPECT_EQ(check.message, "Initial mole fractions, please enter positive numbers.");
-    f.fractions = {"0.5", "0", "-1"};
-    EXPECT_EQ(zs::ValidateStartWindow(f).fractionRow, 2);
-
-    // A pressure error ahead of the table comes first.
-    f.Text1 = "q";
-    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text1);
-
-    // All zero or empty: refused last, after every field check.
-    f = goodFields();
-    f.fractions = {"", "0", "0.0"};
-    check = zs::ValidateStartWindow(f);
-    EXPECT_EQ(check.field, StartField::GridEX1);
-    EXPECT_EQ(check.fractionRow, -1);
-    EXPECT_EQ(check.message,
-              "The solver cannot start because initial mole fractions have not been specified.");
-    f.Text4[4] = "0";
-    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text4_4);
-}
-
-TEST(StartWindowLogic, TemperatureAndTimeIntervals)
-{
-    auto f = goodFields();
-    f.Text7 = "-1";
-    EXPECT_EQ(zs::ValidateStartWindow(f).message,
-              "Minimum value of the allowable temperature interval, please enter a positive "
-              "number.");
-    f.Text7 = "0"; // 0 passes this check
-    EXPECT_TRUE(zs::ValidateStartWindow(f).passed);
-    f.Text7 = "6000";
-    auto check = zs::ValidateStartWindow(f);
-    EXPECT_EQ(check.field, StartField::Text7);
-    EXPECT_EQ(check.tab, 2);
-    EXPECT_EQ(check.message,
-              "Allowable temperature interval, the minimum value is equal to or greater than "
-              "the maximum value. Enter a correct values.");
-
-    f = goodFields();
-    f.Text3 = "6000"; // ends included
-    EXPECT_TRUE(zs::ValidateStartWindow(f).passed);
-    f.Text3 = "199.5";
-    f.Text6 = "2500.25";
-    check = zs::ValidateStartWindow(f);
-    EXPECT_EQ(check.field, StartField::Text3);
-    EXPECT_EQ(check.tab, 1);
-    EXPECT_EQ(check.message,
-              "The initial temperature is outside of the interval (200, 2500.25). Enter a correct "
-              "value.");
-
-    f = goodFields();
-    f.Text4[0] = "1";
-    check = zs::ValidateStartWindow(f);
-    EXPECT_EQ(check.field, StartField::Text4_0);
-    EXPECT_EQ(check.message,
-              "The initial time is equal to or greater than the final time. Enter correct values.");
-    f = goodFields();
-    f.Text4[2] = "-1E-9";
-    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text4_2);
-    f.Text4[2] = "0";
-    EXPECT_TRUE(zs::ValidateStartWindow(f).passed);
-}
-
-TEST(StartWindowLogic, SilentCorrections)
-{
-    // Span 1 s: an initial step of 1 becomes 1/100 = 1.0E-02.
-    auto f = goodFields();
-    f.Text4[2] = "1";
-    auto check = zs::ValidateStartWindow(f);
-    ASSERT_TRUE(check.passed);
-    EXPECT_EQ(check.fields.Text4[2], "1.0E-02");
-
-    // 5 steps with output every 4th: raised to 3 x 4 = 12.
-    f = goodFields();
-    f.Text4[5] = "5";
-    f.Text4[6] = "4";
-    check = zs::ValidateStartWindow(f);
-    ASSERT_TRUE(check.passed);
-    EXPECT_EQ(check.fields.Text4[5], "12");
-    // 2 steps with output every step: raised to the minimum of 3.
-    f.Text4[5] = "2";
-    f.Text4[6] = "1";
-    EXPECT_EQ(zs::ValidateStartWindow(f).fields.Text4[5], "3");
-    // Output step rounded half to even and written back: 2.5 -> 2.
-    f.Text4[6] = "2.5";
-    check = zs::ValidateStartWindow(f);
-    EXPECT_EQ(check.fields.Text4[6], "2");
-    EXPECT_EQ(check.fields.Text4[5], "6");
-    // A rounded output step of 0 is written back and then refused.
-    f.Text4[6] = "0.4";
-    check = zs::ValidateStartWindow(f);
-    EXPECT_EQ(check.field, StartField::Text4_6);
-    EXPECT_EQ(check.fields.Text4[6], "0");
-    f.Text4[6] = "1E300";
-    EXPECT_EQ(zs::ValidateStartWindow(f).field, StartField::Text4_6);
+    // Edits of the good problem, the field refused (None: passes), its tab, the message and
+    // refused fraction row where checked, and field texts after the silent corrections.
+    struct Case {
+        std::vector<Edit> edits;
+        F field;
+        int tab = 0;
+        const char* message = nullptr;
+        int row = -2;
+        std::vector<Edit> after = {};
+    };
+    const Case cases[] = {
+        {{}, F::None, 0, nullptr, -2, {{F::Text4_5, "5000"}, {F::Text4_2, "1E-10"}}},
+        // Step limit: the limit itself passes; a huge negative is refused without overflow.
+        {{{F::Text4_5, "100000"}}, F::None},
+        {{{F::Text4_5, "100001"}}, F::Text4_5, 2},
+        {{{F::Text4_5, "-1E300"}}, F::Text4_5, 2},
+        {{{F::Text4_5, "0"}}, F::Text4_5, 2},
+        // Relative tolerance: closed interval at both ends.
+        {{{F::Text4_3, "1"}}, F::None},
+        {{{F::Text4_3, "1E-14"}}, F::None},
+        {{{F::Text4_3, "1.0001"}}, F::Text4_3, 1},
+        {{{F::Text4_3, "9E-15"}}, F::Text4_3, 1},
+        {{{F::Text1, "0"}}, F::Text1, 1, Positive},
+        {{{F::Text1, "-5"}}, F::Text1, 1},
+        // Beyond the double range: refused as non-numeric. Large but finite values pass the
+        // numeric checks and meet the range checks.
+        {{{F::Text1, "1E400"}}, F::Text1, 1},
+        {{{F::Text4_1, "-1E999"}}, F::Text4_1, 1, "Final time, please enter a number."},
+        {{{F::GridEX1, "1E500"}}, F::GridEX1, 1, Fractions, 0},
+        {{{F::Text3, "1E300"}}, F::Text3, 1},
+        // Fractions: checked after the text fields and before the temperature interval.
+        {{{F::GridEX1, "x", 1}, {F::GridEX1, "-1", 2}, {F::Text7, "7000"}}, F::GridEX1, 1,
+         Fractions, 1},
+        {{{F::GridEX1, "0", 1}, {F::GridEX1, "-1", 2}, {F::Text7, "7000"}}, F::GridEX1, 1,
+         Fractions, 2},
+        {{{F::GridEX1, "0", 1}, {F::GridEX1, "-1", 2}, {F::Text1, "q"}}, F::Text1, 1, Positive},
+        // All zero or empty: refused last, after every field check.
+        {{{F::GridEX1, "", 0}, {F::GridEX1, "0", 1}, {F::GridEX1, "0.0", 2}}, F::GridEX1, 1,
+         "The solver cannot start because initial mole fractions have not been specified.", -1},
+        {{{F::GridEX1, "", 0}, {F::GridEX1, "0.0", 2}, {F::Text4_4, "0"}}, F::Text4_4, 1},
+        // Temperature and time intervals; 0 passes as a minimum, the ends are included.
+        {{{F::Text7, "-1"}}, F::Text7, 2,
+         "Minimum value of the allowable temperature interval, please enter a positive number."},
+        {{{F::Text7, "0"}}, F::None},
+        {{{F::Text7, "6000"}}, F::Text7, 2,
+         "Allowable temperature interval, the minimum value is equal to or greater than the "
+         "maximum value. Enter a correct values."},
+        {{{F::Text3, "6000"}}, F::None},
+        {{{F::Text3, "199.5"}, {F::Text6, "2500.25"}}, F::Text3, 1,
+         "The initial temperature is outside of the interval (200, 2500.25). Enter a correct "
+         "value."},
+        {{{F::Text4_0, "1"}}, F::Text4_0, 1,
+         "The initial time is equal to or greater than the final time. Enter correct values."},
+        {{{F::Text4_2, "-1E-9"}}, F::Text4_2, 1},
+        {{{F::Text4_2, "0"}}, F::None},
+        // Span 1 s: an initial step of 1 becomes 1/100 = 1.0E-02.
+        {{{F::Text4_2, "1"}}, F::None, 0, nullptr, -2, {{F::Text4_2, "1.0E-02"}}},
+        // 5 steps with output every 4th: raised to 3 x 4 = 12; 2 steps with output every
+        // step: raised to the minimum of 3.
+        {{{F::Text4_5, "5"}, {F::Text4_6, "4"}}, F::None, 0, nullptr, -2, {{F::Text4_5, "12"}}},
+        {{{F::Text4_5, "2"}, {F::Text4_6, "1"}}, F::None, 0, nullptr, -2, {{F::Text4_5, "3"}}},
+        // Output step rounded half to even and written back: 2.5 -> 2, steps 3 x 2.
+        {{{F::Text4_5, "2"}, {F::Text4_6, "2.5"}}, F::None, 0, nullptr, -2,
+         {{F::Text4_6, "2"}, {F::Text4_5, "6"}}},
+        // A rounded output step of 0 is written back and then refused.
+        {{{F::Text4_5, "2"}, {F::Text4_6, "0.4"}}, F::Text4_6, 2, nullptr, -2, {{F::Text4_6, "0"}}},
+        {{{F::Text4_6, "1E300"}}, F::Text4_6, 2},
+    };
+    for (std::size_t k = 0; k < std::size(cases); ++k) {
+        SCOPED_TRACE("case " + std::to_string(k));
+        const Case& c = cases[k];
+        auto f = goodFields();
+        for (const Edit& e : c.edits) at(f, e) = e.value;
+        auto check = zs::ValidateStartWindow(f);
+        EXPECT_EQ(check.passed, c.field == F::None) << check.message;
+        EXPECT_EQ(check.field, c.field);
+        if (c.tab) EXPECT_EQ(check.tab, c.tab);
+        if (c.message) EXPECT_EQ(check.message, c.message);
+        if (c.row != -2) EXPECT_EQ(check.fractionRow, c.row);
+        for (const Edit& e : c.after) EXPECT_EQ(at(check.fields, e), e.value);
+    }
 }
 
 TEST(StartWindowLogic, SpeciesTableAndPolynomialWarning)
 {
-    std::vector<std::string> lines(34, " x !");
-    lines[33] = "THERMO";
-    const std::string zeros(75, ' ');
-    auto record = [&](int n, const std::string& name, const std::string& fraction, bool data) {
-        char first[128];
-        std::snprintf(first, sizeof first, " %-4d %-17sH2O1                     300.0   5000.0   1000.0 %10s",
-                      n, name.c_str(), fraction.c_str());
-        lines.push_back(first);
-        const std::string coeffs = data ? " 1.000000000E+00 0.000000000E+00 0.000000000E+00 0.000000000E+00 0.000000000E+00"
-                                        : " 0.000000000E+00 0.000000000E+00 0.000000000E+00 0.000000000E+00 0.000000000E+00";
-        lines.push_back(coeffs.substr(1));
-        lines.push_back(std::string(" 0.000000000E+00 0.000000000E+00 0.000000000E+00 0.000000000E+00 0.000000000E+00").substr(1));
-        lines.push_back(std::string(" 0.000000000E+00 0.000000000E+00 0.000000000E+00 0.000000000E+00 1.801528000E+01").substr(1));
-    };
-    record(1, "H2O", "2.500E-01", true);
-    record(2, "AR", "", false);
+    // H2O with data and a fraction, AR with all coefficients zero and no fraction.
+    const auto lines = zarvion::testing::readLines(dataFile("solverfile/start_window_species.txt"));
     ASSERT_EQ(zs::FindFirstRecordLine(lines), 35);
     const auto species = zs::ReadStartWindowSpecies(lines, 35, 2);
     ASSERT_EQ(species.size(), 2u);
@@ -287,8 +193,7 @@ TEST(StartWindowLogic, SpeciesTableAndPolynomialWarning)
 
     // Seven species without data: five names, then "'...", cut to 142 characters plus "...".
     std::vector<zs::StartWindowSpecies> many(7, species[1]);
-    for (auto& s : many)
-        s.recordLines[0] = " 2    C6H5CH2OOHXYZ    C7H8O2";
+    for (auto& s : many) s.recordLines[0] = " 2    C6H5CH2OOHXYZ    C7H8O2";
     const auto text = zs::PolinomCheckText(many);
     EXPECT_EQ(text.size(), 145u);
     EXPECT_EQ(text.substr(142), "...");
@@ -296,32 +201,25 @@ TEST(StartWindowLogic, SpeciesTableAndPolynomialWarning)
 
 TEST(StartWindowLogic, LastStepConvertsMassToMoleFractions)
 {
-    // Two species, H2 (2.016) and O2 (31.998), mass fractions 0.5 / 0.5 at the last record:
-    // x_H2 = (0.5/2.016) / (0.5/2.016 + 0.5/31.998) = 0.94072 (hand calculation) -> 9.407E-01.
-    auto row = [](int n, double t, double T, double y1, double y2) {
-        char head[32];
-        std::snprintf(head, sizeof head, "%7d", n);
-        return std::string(head) + field16(t) + " " + field16(T) + " " + field16(y1) + " " +
-               field16(y2) + " " + field16(0);
-    };
-    const std::string content = "header\r\n!$Results   $$\r\n" + row(1, 0, 1000, 0.1, 0.9) +
-                                "\r\n" + row(2, 0.25, 1234.56, 0.5, 0.5) + "\r\n!$END\r\n";
-    TempFile file("laststep.txt", content);
-    const auto state = zs::LastVal(file.path, {2.016, 31.998}, 1E-15);
+    // Two species, H2 (2.016) and O2 (31.998), mass fractions 0.5 / 0.5 at the last record
+    // (t 0.25 s, 1234.56 K): x_H2 = (0.5/2.016) / (0.5/2.016 + 0.5/31.998) = 0.940730 (hand
+    // calculation) -> 9.407E-01, x_O2 = 1 - x_H2 = 0.059270 -> 5.927E-02; T to 0.1 K.
+    const auto file = dataFile("solverfile/last_step_results.txt");
+    const auto state = zs::LastVal(file, {2.016, 31.998}, 1E-15);
     ASSERT_TRUE(state.has_value());
     EXPECT_DOUBLE_EQ(state->LastTime, 0.25);
-    ASSERT_EQ(state->values.size(), 3u);
-    EXPECT_EQ(state->values[0], "1234.6");
-    EXPECT_EQ(state->values[1], "9.407E-01");
-    EXPECT_EQ(state->values[2], "5.927E-02");
+    EXPECT_EQ(state->values, (std::vector<std::string>{"1234.6", "9.407E-01", "5.927E-02"}));
     // A tolerance above a fraction zeroes it.
-    EXPECT_EQ(zs::LastVal(file.path, {2.016, 31.998}, 0.1)->values[2], "0");
-
-    TempFile noEnd("noend.txt", "header\r\n!$Results   $$\r\n" + row(1, 0, 1000, 0.1, 0.9));
-    EXPECT_FALSE(zs::LastVal(noEnd.path, {2.016, 31.998}, 1E-15).has_value());
+    EXPECT_EQ(zs::LastVal(file, {2.016, 31.998}, 0.1)->values[2], "0");
+    // Without the closing "!$END" there is no last step.
+    ScratchDir dir("laststep");
+    auto lines = zarvion::testing::readLines(file);
+    lines.resize(3);
+    const auto noEnd = dir.write("noend.txt", zarvion::testing::joinCrLf(lines));
+    EXPECT_FALSE(zs::LastVal(noEnd, {2.016, 31.998}, 1E-15).has_value());
 }
 
-TEST(StartWindowLogic, SettingsRoundTripAndMatchByName)
+TEST(StartWindowLogic, SettingsRoundTripDefaultsAndMatchByName)
 {
     zs::SavedSettings s;
     s.SolverPath = "/tmp/a.txt";
@@ -332,8 +230,7 @@ TEST(StartWindowLogic, SettingsRoundTripAndMatchByName)
     s.Text4 = {"0", "0.05", "1E-10", "1E-6", "1E-15", "9000", "2"};
     s.adiabatic = true;
     s.fractions = {{"CH4", "0.095"}, {"AR", "0"}, {"O2", "0.19"}};
-    const std::string text = zs::ComposeSolverData(s);
-    const auto lines = zarvion::shell::SplitLines(text);
+    const auto lines = zarvion::shell::SplitLines(zs::ComposeSolverData(s));
     ASSERT_EQ(lines.size(), 17u); // count, entries 0..13, two fractions above 0
     EXPECT_EQ(lines[0], "15");
     EXPECT_EQ(lines[14], "");
@@ -343,48 +240,41 @@ TEST(StartWindowLogic, SettingsRoundTripAndMatchByName)
     EXPECT_EQ(back.Text4[6], "2");
     EXPECT_TRUE(back.adiabatic);
     ASSERT_EQ(back.fractions.size(), 2u);
-
-    const auto applied = zs::ApplySavedFractions({"O2", "N2", "CH4"}, back);
-    EXPECT_EQ(applied, (std::vector<std::string>{"1.9E-01", "0", "9.5E-02"}));
+    EXPECT_EQ(zs::ApplySavedFractions({"O2", "N2", "CH4"}, back),
+              (std::vector<std::string>{"1.9E-01", "0", "9.5E-02"}));
     EXPECT_THROW(zs::ParseSolverData({"15", "a"}), zarvion::Error);
     EXPECT_THROW(zs::ParseSolverData({"garbage"}), zarvion::Error);
+
+    const auto d = zs::DefoultVaues();
+    EXPECT_EQ(d.Text4_1 + " " + d.Text4_2 + " " + d.Text4_4, "1.E+00 1.E-10 1.E-15");
 }
 
 TEST(StartWindowLogic, RunVerdictFromTheFile)
 {
-    TempFile ok("ok.txt", "x\r\n!$Results   $$\r\nrow\r\n!$END\r\nStatistics\r\n");
-    auto v = zs::EvaluateSolverRun(ok.path);
+    ScratchDir dir("verdict");
+    auto v = zs::EvaluateSolverRun(
+        dir.write("ok.txt", "x\r\n!$Results   $$\r\nrow\r\n!$END\r\nStatistics\r\n"));
     EXPECT_TRUE(v.EndFound && v.ResultsFound && !v.ErrorFound);
     EXPECT_EQ(v.message,
               "The chemical kinetic problem has been successfully solved.\r\n\r\nShow results?");
     EXPECT_EQ(v.style, 68);
 
-    TempFile err("err.txt", "x\r\n!$Results   $$\r\nrow\r\nERROR step\r\nwhy\r\n!$END\r\n");
-    v = zs::EvaluateSolverRun(err.path);
+    v = zs::EvaluateSolverRun(
+        dir.write("err.txt", "x\r\n!$Results   $$\r\nrow\r\nERROR step\r\nwhy\r\n!$END\r\n"));
     EXPECT_TRUE(v.ErrorFound);
     EXPECT_FALSE(v.EndFound); // the scan stops at the first of the two
     EXPECT_EQ(v.message,
               " The solver has been terminated abnormally.\r\nwhy\r\n!$END\r\n\r\nShow results?");
     EXPECT_EQ(v.style, 52);
 
-    TempFile cut("cut.txt", "x\r\n!$END extra\r\nrow\r\n");
-    v = zs::EvaluateSolverRun(cut.path);
+    v = zs::EvaluateSolverRun(dir.write("cut.txt", "x\r\n!$END extra\r\nrow\r\n"));
     EXPECT_FALSE(v.EndFound); // "!$END" must be the whole line
     EXPECT_EQ(v.message, " The solver has been terminated abnormally.\r\n");
     EXPECT_EQ(v.style, 48);
+    EXPECT_TRUE(
+        zs::EvaluateSolverRun(dir.write("early.txt", "error in title\r\n!$Results\r\n!$END\r\n"))
+            .ErrorFound);
 
-    TempFile early("early.txt", "error in title\r\n!$Results\r\n!$END\r\n");
-    EXPECT_TRUE(zs::EvaluateSolverRun(early.path).ErrorFound);
-
-    TempFile pathFile("path.txt", "/data/run,1/a.txt\r\n");
-    EXPECT_EQ(zs::ReadSolverFilePath(pathFile.path), "/data/run");
+    EXPECT_EQ(zs::ReadSolverFilePath(dir.write("path.txt", "/data/run,1/a.txt\r\n")), "/data/run");
     EXPECT_THROW(zs::ReadSolverFilePath("/nonexistent/SolverFilePath.txt"), zarvion::Error);
-}
-
-TEST(StartWindowLogic, DefaultSettingsTexts)
-{
-    const auto d = zs::DefoultVaues();
-    EXPECT_EQ(d.Text4_1, "1.E+00");
-    EXPECT_EQ(d.Text4_2, "1.E-10");
-    EXPECT_EQ(d.Text4_4, "1.E-15");
 }
