@@ -5,9 +5,11 @@
 
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -21,71 +23,59 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct Problem {
-    std::string mode = "1";
-    std::string T0 = "1.2E+03", Tmin = "3.0E+02", Tmax = "3.5E+03";
-    std::string tf = "1.0E-04", maxSteps = "5000", deltaN = "1";
-    std::vector<std::string> fractions{"1.000E-02", "2.000E-01", "0", "8.000E-01"};
-};
+// Header lines of the solver file.
+enum Line { TemperatureMode = 15, MaxTemperature = 18, MaxSteps = 22, OutputEvery = 28 };
 
 class SolverRunTest : public ::testing::Test {
 protected:
-    fs::path dir;
-    void SetUp() override
-    {
-        dir = fs::temp_directory_path() /
-              ("zarvion_solver_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-        fs::remove_all(dir);
-        fs::create_directories(dir);
-    }
+    const fs::path dir = fs::temp_directory_path() /
+        ("zarvion_solver_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+    void SetUp() override { fs::remove_all(dir); fs::create_directories(dir); }
     void TearDown() override { fs::remove_all(dir); }
 
-    // The toy mechanism with the given header values and initial mole fractions.
-    fs::path makeFile(const Problem& pr, const std::string& name = "case.txt")
+    // The toy mechanism (1 atm, 1200 K, energy equation, T allowed in 300-3500 K) with H
+    // present (mole fraction 0.01), run to 1e-4 s in at most 5000 steps with every step
+    // written, and the header values in set replaced.
+    fs::path makeFile(std::map<int, std::string> set = {}, const std::string& name = "case.txt")
     {
         auto lines = shell::ReadLines(ZARVION_SOURCE_DIR "/tests/data/toy_mechanism.txt");
-        auto set = [&](int line, const std::string& value, const std::string& comment) {
-            lines[line - 1] = " " + value + " " + comment;
-        };
-        set(15, pr.mode, "!Temperature mode");
-        set(16, pr.T0, "!Initial Temperature");
-        set(17, pr.Tmin, "!Minimal Allowable Temperature");
-        set(18, pr.Tmax, "!Maximum Allowable Temperature");
-        set(20, pr.tf, "!Final Time");
-        set(22, pr.maxSteps, "!Maximum Number of Steps");
-        set(28, pr.deltaN, "!Delta N");
-        for (int i = 0; i < 4; ++i) {
-            std::string& l = lines[34 + 4 * i];
-            std::string f = pr.fractions[i];
-            f.resize(10, ' ');
-            l = l.substr(0, 74) + f;
-        }
+        set.insert({{20, "1.0E-04"}, {MaxSteps, "5000"}, {OutputEvery, "1"}});  // keeps given ones
+        for (const auto& [line, value] : set)
+            lines[line - 1] = " " + value + lines[line - 1].substr(lines[line - 1].find(" !"));
+        lines[34].replace(74, 10, "1.000E-02 ");
         const fs::path path = dir / name;
         std::ofstream(path, std::ios::binary) << shell::JoinCrLf(lines);
         return path;
     }
 };
 
-// Data rows of the section, each split into its numeric fields (time, T, species..., step).
-std::vector<std::vector<double>> dataRows(const std::vector<std::string>& lines, std::size_t head)
-{
-    std::vector<std::vector<double>> rows;
-    for (std::size_t k = head + 1; k < lines.size() && lines[k] != "!$END" &&
-                                   lines[k].rfind("ERROR", 0) != 0;
-         ++k) {
-        std::vector<double> v;
-        for (std::size_t pos = 7; pos + 16 <= lines[k].size(); pos += 17)
-            v.push_back(std::stod(lines[k].substr(pos, 16)));
-        rows.push_back(v);
-    }
-    return rows;
-}
-
 std::size_t findLine(const std::vector<std::string>& lines, const std::string& text)
 {
-    for (std::size_t k = 0; k < lines.size(); ++k)
-        if (lines[k] == text) return k;
-    return lines.size();
+    return std::find(lines.begin(), lines.end(), text) - lines.begin();
+}
+
+// A run of the solver on path and what it left in the file: the lines, the position of the
+// results keyword and the data rows behind the head, each split into its numeric fields
+// (time, T, species..., step).
+struct Outcome {
+    solver::SolverRunResult result;
+    std::vector<std::string> lines;
+    std::size_t key = 0;
+    std::vector<std::vector<double>> rows;
+};
+
+Outcome solve(const fs::path& path)
+{
+    Outcome o{solver::RunSolverFile(path, {}), shell::ReadLines(path), 0, {}};
+    o.key = findLine(o.lines, "!$Results   $$");
+    for (std::size_t k = o.key + 2; k < o.lines.size() && o.lines[k] != "!$END" &&
+                                    o.lines[k].rfind("ERROR", 0) != 0;
+         ++k) {
+        auto& v = o.rows.emplace_back();
+        for (std::size_t pos = 7; pos + 16 <= o.lines[k].size(); pos += 17)
+            v.push_back(std::stod(o.lines[k].substr(pos, 16)));
+    }
+    return o;
 }
 
 } // namespace
@@ -95,31 +85,27 @@ TEST_F(SolverRunTest, AppendsTheResultsSection)
     const auto path = makeFile({});
     const std::string input = shell::ReadFile(path);
     const auto mech = solverfile::ReadMechanism(path);
-    const auto result = solver::RunSolverFile(path, {});
+    const auto [result, lines, key, rows] = solve(path);
     ASSERT_TRUE(result.success) << result.errorReason;
 
     const std::string text = shell::ReadFile(path);
     EXPECT_EQ(text.substr(0, input.size()), input);  // input side untouched
-    const auto lines = shell::SplitLines(text);
-    const std::size_t key = findLine(lines, "!$Results   $$");
     ASSERT_EQ(key, static_cast<std::size_t>(mech.reactionsEndLine) + 1);
     EXPECT_EQ(lines[key - 1], "");
     EXPECT_EQ(lines[key + 1], solverfile::FormatHeadRecord(mech.speciesNames)[0]);
-    const auto rows = dataRows(lines, key + 1);
     ASSERT_EQ(static_cast<long>(rows.size()), result.rowsWritten);
     ASSERT_GE(rows.size(), 3u);
     const std::size_t end = key + 2 + rows.size();
     EXPECT_EQ(lines[end], "!$END");
     EXPECT_EQ(lines[end + 1], "Statistics");
-    EXPECT_NE(text.find("Accepted steps: " + std::to_string(result.statistics.steps)), std::string::npos);
+    EXPECT_NE(text.find("Accepted steps: " + std::to_string(result.statistics.steps)),
+              std::string::npos);
 
     // First row: t0, T0, mass fractions of the normalised mole fractions (0.01, 0.2, 0, 0.8
     // sum to 1.01), step 0.
-    double W[4];
-    for (int i = 0; i < 4; ++i) W[i] = mech.thermo[i][15];
+    double W[4], mix = 0;
     const double x[4] = {0.01, 0.2, 0.0, 0.8};
-    double mix = 0;
-    for (int i = 0; i < 4; ++i) mix += x[i] * W[i];
+    for (int i = 0; i < 4; ++i) W[i] = mech.thermo[i][15], mix += x[i] * W[i];
     EXPECT_EQ(rows[0][0], 0.0);
     EXPECT_EQ(rows[0][1], 1200.0);
     for (int i = 0; i < 4; ++i) EXPECT_NEAR(rows[0][2 + i], x[i] * W[i] / mix, 1e-9);
@@ -143,90 +129,64 @@ TEST_F(SolverRunTest, AppendsTheResultsSection)
 
 TEST_F(SolverRunTest, RerunReplacesOldResultsAndHonoursOutputStep)
 {
-    Problem pr;
-    const auto path = makeFile(pr);
-    const auto first = solver::RunSolverFile(path, {});
-    ASSERT_TRUE(first.success);
-
     // Every 4th accepted step is written, plus the first and the last row.
-    auto lines = shell::ReadLines(path);
-    lines[27] = " 4 !Delta N";
-    const auto mech = solverfile::ReadMechanism(path);
-    std::vector<std::string> input(lines.begin(), lines.begin() + mech.reactionsEndLine);
-    std::ofstream(path, std::ios::binary) << shell::JoinCrLf(input) << "\r\n!$Results   $$\r\nstale\r\n";
-    const auto second = solver::RunSolverFile(path, {});
-    ASSERT_TRUE(second.success);
+    const auto path = makeFile({{OutputEvery, "4"}});
+    std::ofstream(path, std::ios::binary | std::ios::app) << "\r\n!$Results   $$\r\nstale\r\n";
+    const auto run = solver::RunSolverFile(path, {});
+    ASSERT_TRUE(run.success);
     const std::string text = shell::ReadFile(path);
     EXPECT_EQ(text.find("stale"), std::string::npos);
     EXPECT_EQ(text.find("!$Results"), text.rfind("!$Results"));
-    const long steps = second.statistics.steps;
-    EXPECT_EQ(second.rowsWritten, 1 + steps / 4 + (steps % 4 != 0 ? 1 : 0));
+    const long steps = run.statistics.steps;
+    EXPECT_EQ(run.rowsWritten, 1 + steps / 4 + (steps % 4 != 0 ? 1 : 0));
 }
 
-TEST_F(SolverRunTest, LeavingTheTemperatureIntervalEndsWithError)
+TEST_F(SolverRunTest, FailuresEndWithAnErrorLineBehindReadableRows)
 {
-    Problem pr;
-    pr.Tmax = "1.2005E+03";
-    const auto path = makeFile(pr);
-    const std::string input = shell::ReadFile(path);
-    const auto result = solver::RunSolverFile(path, {});
-    EXPECT_FALSE(result.success);
-    EXPECT_EQ(result.errorReason, "Temperature outside the allowable interval");
-    const auto lines = shell::ReadLines(path);
-    EXPECT_EQ(shell::ReadFile(path).substr(0, input.size()), input);
-    const std::size_t key = findLine(lines, "!$Results   $$");
-    const auto rows = dataRows(lines, key + 1);
-    ASSERT_GE(rows.size(), 2u);
-    EXPECT_GT(rows.back()[1], 1200.5);  // the offending row is shown
-    const std::size_t error = key + 2 + rows.size();
-    ASSERT_LT(error, lines.size());
-    EXPECT_EQ(lines[error], "ERROR Temperature outside the allowable interval");
-    EXPECT_EQ(findLine(lines, "!$END"), lines.size());
-}
-
-TEST_F(SolverRunTest, StepLimitEndsWithError)
-{
-    Problem pr;
-    pr.maxSteps = "4";
-    const auto path = makeFile(pr);
-    const auto result = solver::RunSolverFile(path, {});
-    EXPECT_FALSE(result.success);
-    EXPECT_EQ(result.errorReason, "Maximum number of steps reached");
-    const auto lines = shell::ReadLines(path);
-    EXPECT_LT(findLine(lines, "ERROR Maximum number of steps reached"), lines.size());
-    EXPECT_EQ(findLine(lines, "!$END"), lines.size());
-    EXPECT_EQ(result.rowsWritten, 5);  // t0 and the four steps
+    // Leaving [300, 1200.5] K as the adiabatic run warms up shows the offending row; a limit of
+    // 4 steps writes t0 and the four steps.
+    struct Case { int line; std::string value, reason; long rows; double lastTAbove; };
+    for (const auto& c : {Case{MaxTemperature, "1.2005E+03",
+                               "Temperature outside the allowable interval", -1, 1200.5},
+                          Case{MaxSteps, "4", "Maximum number of steps reached", 5, 0}}) {
+        SCOPED_TRACE(c.reason);
+        const auto path = makeFile({{c.line, c.value}});
+        const std::string input = shell::ReadFile(path);
+        const auto [result, lines, key, rows] = solve(path);
+        EXPECT_FALSE(result.success);
+        EXPECT_EQ(result.errorReason, c.reason);
+        EXPECT_EQ(shell::ReadFile(path).substr(0, input.size()), input);
+        ASSERT_GE(rows.size(), 2u);
+        EXPECT_EQ(static_cast<long>(rows.size()), result.rowsWritten);
+        if (c.rows >= 0) { EXPECT_EQ(result.rowsWritten, c.rows); }
+        if (c.lastTAbove > 0) { EXPECT_GT(rows.back()[1], c.lastTAbove); }
+        ASSERT_LT(key + 2 + rows.size(), lines.size());
+        EXPECT_EQ(lines[key + 2 + rows.size()], "ERROR " + c.reason);
+        EXPECT_EQ(findLine(lines, "!$END"), lines.size());
+    }
 }
 
 TEST_F(SolverRunTest, ConstantTemperatureKeepsT)
 {
-    Problem pr;
-    pr.mode = "0";
-    const auto path = makeFile(pr);
-    const auto result = solver::RunSolverFile(path, {});
+    const auto [result, lines, key, rows] = solve(makeFile({{TemperatureMode, "0"}}));
     ASSERT_TRUE(result.success);
-    const auto lines = shell::ReadLines(path);
-    const auto rows = dataRows(lines, findLine(lines, "!$Results   $$") + 1);
+    ASSERT_GE(rows.size(), 2u);
     for (const auto& r : rows) EXPECT_EQ(r[1], 1200.0);
     EXPECT_LT(rows.back()[2], rows[0][2]);  // H is consumed
 }
 
 TEST_F(SolverRunTest, ProgramExitCodesAndPathFile)
 {
-    const std::string exe = ZARVION_BIN_DIR "/zarvion-solver";
     const auto good = makeFile({}, "good.txt");
-    Problem bad;
-    bad.maxSteps = "3";
-    const auto failing = makeFile(bad, "bad.txt");
+    makeFile({{MaxSteps, "3"}}, "bad.txt");
     auto run = [&](const std::string& args) {
-        const std::string cmd = "cd '" + dir.string() + "' && '" + exe + "' " + args + " > out.txt 2>&1";
-        const int status = std::system(cmd.c_str());
+        const int status = std::system(("cd '" + dir.string() + "' && '" ZARVION_BIN_DIR
+                                        "/zarvion-solver' " + args + " > out.txt 2>&1").c_str());
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     };
     std::ofstream(dir / "SolverFilePath.txt") << good.string() << "\r\n";
     EXPECT_EQ(run(""), 0);
-    const std::string console = shell::ReadFile(dir / "out.txt");
-    EXPECT_NE(console.find("steps = "), std::string::npos);  // progress lines
+    EXPECT_NE(shell::ReadFile(dir / "out.txt").find("steps = "), std::string::npos);  // progress
     EXPECT_NE(shell::ReadFile(good).find("!$END"), std::string::npos);
     EXPECT_EQ(run("bad.txt"), 1);
     EXPECT_EQ(run("missing.txt"), 2);
