@@ -45,10 +45,24 @@ std::string simpleThermo()
            thermoEntry("H2O", "H   2O   1") + thermoEntry("AR", "AR  1") + "END\n";
 }
 
+//! Seven species with thermo; REACTIONS stands on line 38, the first reaction on line 39.
 std::string mechanism(const std::string& reactions, const std::string& units = "")
 {
     return "ELEMENTS\nH O AR\nEND\nSPECIES\nH O OH H2 O2 H2O AR\nEND\n" + simpleThermo() +
            "REACTIONS " + units + "\n" + reactions + "END\n";
+}
+
+//! The mechanism with further species, each given a thermo entry of one H atom.
+std::string withSpecies(std::string text, const std::vector<std::string>& extra)
+{
+    std::string names, entries;
+    for (const auto& s : extra) {
+        names += " " + s;
+        entries += thermoEntry(s, "H   1");
+    }
+    text.replace(text.find("H2O AR\nEND"), 10, "H2O AR" + names + "\nEND");
+    text.replace(text.find("END\nREACTIONS"), 13, entries + "END\nREACTIONS");
+    return text;
 }
 
 bool hasMessage(const ChemkinImport& r, ImportSeverity severity, const std::string& part,
@@ -66,21 +80,20 @@ bool hasMessage(const ChemkinImport& r, ImportSeverity severity, const std::stri
 std::string allMessages(const ChemkinImport& r)
 {
     std::string out;
-    for (const auto& m : r.messages)
-        out += FormatImportMessage(m) + "\n";
+    for (const auto& m : r.messages) out += FormatImportMessage(m) + "\n";
     return out;
 }
 
 TEST(ChemkinNumbers, FortranFieldsAndGarbage)
 {
-    EXPECT_DOUBLE_EQ(*ParseFortranNumber(" 0.86900558E 01"), 8.6900558);
-    EXPECT_DOUBLE_EQ(*ParseFortranNumber("-0.15420691E 05"), -15420.691);
-    EXPECT_DOUBLE_EQ(*ParseFortranNumber("1.5D+03"), 1500.0);
-    EXPECT_DOUBLE_EQ(*ParseFortranNumber("11.26E+18"), 1.126e19);
-    EXPECT_DOUBLE_EQ(*ParseFortranNumber(".119445830E-07"), 1.19445830e-8);
-    EXPECT_DOUBLE_EQ(*ParseFortranNumber("1."), 1.0);
-    EXPECT_DOUBLE_EQ(*ParseFortranNumber("+4.650E+012"), 4.65e12);
-    EXPECT_DOUBLE_EQ(*ParseFortranNumber("1.0-100"), 1e-100); // exponent without "E"
+    const std::pair<const char*, double> good[] = {
+        {" 0.86900558E 01", 8.6900558}, {"-0.15420691E 05", -15420.691}, {"1.5D+03", 1500.0},
+        {"11.26E+18", 1.126e19}, {".119445830E-07", 1.19445830e-8}, {"1.", 1.0},
+        {"+4.650E+012", 4.65e12}, {"1.0-100", 1e-100}}; // exponent without "E"
+    for (const auto& [text, value] : good) {
+        ASSERT_TRUE(ParseFortranNumber(text).has_value()) << text;
+        EXPECT_DOUBLE_EQ(*ParseFortranNumber(text), value) << text;
+    }
     for (const char* bad : {"", "   ", "inf", "nan", "1.0E", "abc", "1e400", "--1", "1.2.3"}) {
         EXPECT_FALSE(ParseFortranNumber(bad).has_value()) << bad;
     }
@@ -90,40 +103,30 @@ TEST(ChemkinEquations, NamesWithOperatorsAreTokenisedAgainstTheSpeciesList)
 {
     SpeciesTable names({"(Parens)", "@#$%^-2", "co:lons:", "[xy2]*{.}", "plus+", "eq=uals", "plus",
                         "trans_butene", "co", "amp&ersand"});
+    using Terms = std::vector<std::pair<int, double>>;
     auto e = ParseEquation("plus+ eq=uals = plus++(Parens)", names);
     ASSERT_TRUE(e.error.empty()) << e.error;
-    ASSERT_EQ(e.reactants.size(), 2u);
-    EXPECT_EQ(e.reactants[0].first, 4);
-    EXPECT_EQ(e.reactants[1].first, 5);
-    ASSERT_EQ(e.products.size(), 2u);
-    EXPECT_EQ(e.products[0].first, 4);
-    EXPECT_EQ(e.products[1].first, 0);
-
+    EXPECT_EQ(e.reactants, (Terms{{4, 1.0}, {5, 1.0}}));
+    EXPECT_EQ(e.products, (Terms{{4, 1.0}, {0, 1.0}}));
     // Longest match "plus+" must be undone for "plus + plus+".
     e = ParseEquation("plus + plus+ = 2 (Parens)", names);
     ASSERT_TRUE(e.error.empty()) << e.error;
-    EXPECT_EQ(e.reactants[0].first, 6);
-    EXPECT_EQ(e.reactants[1].first, 4);
-    EXPECT_EQ(e.products[0], (std::pair<int, double>(0, 2.0)));
-
+    EXPECT_EQ(e.reactants, (Terms{{6, 1.0}, {4, 1.0}}));
+    EXPECT_EQ(e.products, (Terms{{0, 2.0}}));
     e = ParseEquation("plus+ (+(Parens)) = eq=uals  (+(Parens))", names);
     ASSERT_TRUE(e.error.empty()) << e.error;
     EXPECT_EQ(e.thirdBody, ThirdBody::FalloffSpecies);
     EXPECT_EQ(e.collider, 0);
-
-    e = ParseEquation("amp&ersand <=> plus+", names);
-    EXPECT_TRUE(e.reversible);
-    EXPECT_TRUE(ParseEquation("co + nothere = plus", names).error.size() > 0);
+    EXPECT_TRUE(ParseEquation("amp&ersand <=> plus+", names).reversible);
+    EXPECT_FALSE(ParseEquation("co + nothere = plus", names).error.empty());
 }
 
 TEST(ChemkinEquations, ThirdBodiesCollidersPhotonsAndCoefficients)
 {
     SpeciesTable names({"H", "R1A", "R1B", "P1", "R2", "SP)X", "OH", "H2O2", "AR", "BIN6", "H2"});
-    auto e = ParseEquation("R1A+R1B+m = P1+H+M", names);
-    EXPECT_EQ(e.thirdBody, ThirdBody::PlusM);
-    e = ParseEquation("R1A+R1B(+ M ) = P1+H(+m)", names);
-    EXPECT_EQ(e.thirdBody, ThirdBody::FalloffM);
-    e = ParseEquation("R1A+R1B(+SP)X) = P1+H(+SP)X)", names);
+    EXPECT_EQ(ParseEquation("R1A+R1B+m = P1+H+M", names).thirdBody, ThirdBody::PlusM);
+    EXPECT_EQ(ParseEquation("R1A+R1B(+ M ) = P1+H(+m)", names).thirdBody, ThirdBody::FalloffM);
+    auto e = ParseEquation("R1A+R1B(+SP)X) = P1+H(+SP)X)", names);
     EXPECT_EQ(e.thirdBody, ThirdBody::FalloffSpecies);
     EXPECT_EQ(e.collider, 5);
     e = ParseEquation("2OH(+M)<=>H2O2(+AR)", names);
@@ -142,8 +145,7 @@ TEST(ChemkinEquations, ThirdBodiesCollidersPhotonsAndCoefficients)
     ASSERT_TRUE(e.error.empty()) << e.error;
     EXPECT_DOUBLE_EQ(e.reactants[0].second, 1.53846154e-2);
     EXPECT_DOUBLE_EQ(e.reactants[1].second, 1.0769);
-    e = ParseEquation("2OH = H2O2", names);
-    EXPECT_EQ(e.reactants[0], (std::pair<int, double>(6, 2.0)));
+    EXPECT_EQ(ParseEquation("2OH = H2O2", names).reactants[0], (std::pair<int, double>(6, 2.0)));
 }
 
 TEST(ChemkinThermo, QuirksOfRealThermoFiles)
@@ -172,64 +174,45 @@ TEST(ChemkinThermo, QuirksOfRealThermoFiles)
     EXPECT_DOUBLE_EQ(entries[1].commonT, 1500.0);
     EXPECT_DOUBLE_EQ(entries[2].coefficients[0], 8.6900558);
     EXPECT_DOUBLE_EQ(entries[3].coefficients[13], 1.4); // coefficient 14 of thermoEntry
-    ASSERT_EQ(entries[4].elements.size(), 2u);
-    EXPECT_EQ(entries[4].elements[0], (std::pair<std::string, double>("C", 778.0)));
-    EXPECT_EQ(entries[4].elements[1], (std::pair<std::string, double>("H", 264.0)));
+    using Elements = std::vector<std::pair<std::string, double>>;
+    EXPECT_EQ(entries[4].elements, (Elements{{"C", 778.0}, {"H", 264.0}}));
     EXPECT_DOUBLE_EQ(entries[4].commonT, 1401.0);
 }
 
-TEST(ChemkinImport, RecordsOfThirdBodyFalloffAndColliderReactions)
+TEST(ChemkinImport, RecordsOfFalloffColliderAndIrreversibleReactions)
 {
-    std::string text = mechanism(
-        "2O+M<=>O2+M  1.2E17 -1.0 0.0\nH2/2.4/ H2O/15.4/ AR/ .83/\n"
-        "2OH(+M)<=>H2O2(+M) 7.4E13 -0.37 0.0\n LOW / 2.3E18 -0.9 -1700.0/\n"
-        " TROE / 0.7346 94.0 1756.0 5182.0 /\n"
-        "H+O2(+AR)<=>HO2(+AR) 4.65E12 0.44 0.0\n LOW/ 6.81E18 -1.2 0/ TROE/0.5 1E-30 1E30/\n"
-        "H+OH=>H2O 1.0E10 0 0\n"
-        "OH+OH<=>O+H2O  3.57E4 2.4 -2110.0 ! comment with = sign\n"
-        "H2O2+O=>OH+PRODUCTS 1.0 0 0\n");
-    text.replace(text.find("H2O AR\nEND"), 10, "H2O AR HO2 H2O2\nEND");
-    text.replace(text.find("END\nREACTIONS"), 13,
-                 thermoEntry("HO2", "H   1O   2") + thermoEntry("H2O2", "H   2O   2") +
-                     "END\nREACTIONS");
-    auto r = ImportChemkin(text);
+    // The layout of a third-body record with partners is checked on the written solver file.
+    auto r = ImportChemkin(withSpecies(
+        mechanism("2OH(+M)<=>H2O2(+M) 7.4E13 -0.37 0.0\n LOW / 2.3E18 -0.9 -1700.0/\n"
+                  " TROE / 0.7346 94.0 1756.0 5182.0 /\n"
+                  "H+O2(+AR)<=>HO2(+AR) 4.65E12 0.44 0.0\n"
+                  " LOW/ 6.81E18 -1.2 0/ TROE/0.5 1E-30 1E30/\n"
+                  "H+OH=>H2O 1.0E10 0 0\n"
+                  "OH+OH<=>O+H2O  3.57E4 2.4 -2110.0 ! comment with = sign\n"
+                  "H2O2+O=>OH+PRODUCTS 1.0 0 0\n"),
+        {"HO2", "H2O2"}));
     ASSERT_TRUE(r.succeeded()) << allMessages(r);
-    ASSERT_EQ(r.reactions.size(), 6u);
-    const auto& a = r.reactions[0].ints;
-    // 2O -> two reactant slots; species numbers in declaration order from 1.
-    EXPECT_EQ(a[1], 2);
-    EXPECT_EQ(a[2], 2);
-    EXPECT_EQ(a[4], 5);
-    EXPECT_EQ(a[slot::ReactantCount], 2);
-    EXPECT_EQ(a[slot::ProductCount], 1);
-    EXPECT_EQ(a[slot::ThirdBodyKind], 2);
-    EXPECT_EQ(a[slot::PartnerCount], 3);
-    EXPECT_EQ(a[slot::FirstPartner + 2], 7);
-    EXPECT_DOUBLE_EQ(r.reactions[0].reals[14], 0.83);
-    EXPECT_EQ(a[slot::Reversible], 1);
-
-    const auto& f = r.reactions[1];
+    ASSERT_EQ(r.reactions.size(), 5u);
+    const auto& f = r.reactions[0];
+    EXPECT_EQ(f.text, "2OH (+M) <=> H2O2 (+M)");
     EXPECT_EQ(f.ints[slot::ThirdBodyKind], 1);
     EXPECT_EQ(f.ints[slot::HasLowLimit], 1);
     EXPECT_EQ(f.ints[slot::FalloffKind], 1);
     EXPECT_DOUBLE_EQ(f.reals[4], 2.3e18);
     EXPECT_DOUBLE_EQ(f.reals[6], -1700.0);
     EXPECT_DOUBLE_EQ(f.reals[10], 5182.0);
-    EXPECT_EQ(f.text, "2OH (+M) <=> H2O2 (+M)");
-
-    const auto& c = r.reactions[2];
+    const auto& c = r.reactions[1]; // AR as the only collider, Troe with three parameters
     EXPECT_EQ(c.ints[slot::ThirdBodyKind], 0);
     EXPECT_EQ(c.ints[slot::PartnerCount], 1);
     EXPECT_EQ(c.ints[slot::HasLowLimit], 1);
     EXPECT_EQ(c.ints[slot::FirstPartner], 7);
     EXPECT_DOUBLE_EQ(c.reals[12], 1.0);
     EXPECT_EQ(c.ints[slot::FalloffKind], 3);
-
-    EXPECT_EQ(r.reactions[3].ints[slot::Reversible], 0);
-    EXPECT_EQ(r.reactions[3].text, "H + OH => H2O");
-    EXPECT_EQ(r.reactions[5].ints[slot::Reversible], -1);
-    EXPECT_EQ(r.reactions[5].text, "H2O2 + O => OH + Products");
-    EXPECT_DOUBLE_EQ(r.reactions[4].reals[3], -2110.0);
+    EXPECT_EQ(r.reactions[2].ints[slot::Reversible], 0);
+    EXPECT_EQ(r.reactions[2].text, "H + OH => H2O");
+    EXPECT_DOUBLE_EQ(r.reactions[3].reals[3], -2110.0);
+    EXPECT_EQ(r.reactions[4].ints[slot::Reversible], -1);
+    EXPECT_EQ(r.reactions[4].text, "H2O2 + O => OH + Products");
 }
 
 TEST(ChemkinImport, UnitKeywordsConvertToCalPerMolAndMoles)
@@ -256,9 +239,8 @@ TEST(ChemkinImport, UnitKeywordsConvertToCalPerMolAndMoles)
         EXPECT_NEAR(r.reactions[0].reals[3], c.energy, 1e-12 * c.energy) << c.units;
         EXPECT_NEAR(r.reactions[0].reals[1], 2.0 * c.aFactor, 1e-12 * 2.0 * c.aFactor) << c.units;
         // Termolecular with +M: order 3, so A scales with N_A^2.
-        EXPECT_NEAR(r.reactions[1].reals[1], 2.0 * c.aFactor * c.aFactor,
-                    1e-12 * 2.0 * c.aFactor * c.aFactor)
-            << c.units;
+        const double a3 = 2.0 * c.aFactor * c.aFactor;
+        EXPECT_NEAR(r.reactions[1].reals[1], a3, 1e-12 * a3) << c.units;
         EXPECT_DOUBLE_EQ(r.reactions[0].reals[2], 0.5);
     }
     EXPECT_FALSE(ImportChemkin(mechanism("H+O2=O+OH 2.0 0.5 1000.0\n", "FURLONGS")).succeeded());
@@ -300,12 +282,12 @@ TEST(ChemkinImport, WhatTheFormatCannotHoldIsRefusedPerReactionOrDropped)
     auto refused = ImportChemkin(mechanism(reactions));
     EXPECT_FALSE(refused.succeeded());
     EXPECT_EQ(refused.count(ImportSeverity::Refusal), 4);
-    // Line numbers: the mechanism text puts REACTIONS on line 38.
-    EXPECT_TRUE(hasMessage(refused, ImportSeverity::Refusal, "PLOG", 40));
-    EXPECT_TRUE(hasMessage(refused, ImportSeverity::Refusal, "more than 3 reactant molecules", 43));
-    EXPECT_TRUE(hasMessage(refused, ImportSeverity::Refusal, "FORD", 44));
-    EXPECT_TRUE(
-        hasMessage(refused, ImportSeverity::Refusal, "non-integer coefficient of 'H2'", 48));
+    const std::pair<const char*, int> refusals[] = {
+        {"PLOG", 40}, {"more than 3 reactant molecules", 43}, {"FORD", 44},
+        {"non-integer coefficient of 'H2'", 48}};
+    for (const auto& [part, line] : refusals) {
+        EXPECT_TRUE(hasMessage(refused, ImportSeverity::Refusal, part, line)) << part;
+    }
     EXPECT_FALSE(hasMessage(refused, ImportSeverity::Refusal, "H+O+M"));
 
     ChemkinOptions skip;
@@ -318,13 +300,10 @@ TEST(ChemkinImport, WhatTheFormatCannotHoldIsRefusedPerReactionOrDropped)
     EXPECT_EQ(dropped.reactions[1].ints[slot::PartnerCount], 7);
 
     // Eleven efficiencies, and a species name of 17 characters.
-    std::string many = mechanism("H+O+M<=>OH+M 1.0 0 0\n H/2/ O/2/ OH/2/ H2/2/ O2/2/ H2O/2/ AR/2/ "
-                                 "ABCDEFGHIJKLMNOPQ/2/ X1/2/ X2/2/ X3/2/\n");
-    many.replace(many.find("H2O AR\nEND"), 10, "H2O AR ABCDEFGHIJKLMNOPQ X1 X2 X3\nEND");
-    many.replace(many.find("END\nREACTIONS"), 13,
-                 thermoEntry("ABCDEFGHIJKLMNOPQ", "H   1") + thermoEntry("X1", "H   1") +
-                     thermoEntry("X2", "H   1") + thermoEntry("X3", "H   1") + "END\nREACTIONS");
-    auto tooMany = ImportChemkin(many);
+    auto tooMany = ImportChemkin(withSpecies(
+        mechanism("H+O+M<=>OH+M 1.0 0 0\n H/2/ O/2/ OH/2/ H2/2/ O2/2/ H2O/2/ AR/2/ "
+                  "ABCDEFGHIJKLMNOPQ/2/ X1/2/ X2/2/ X3/2/\n"),
+        {"ABCDEFGHIJKLMNOPQ", "X1", "X2", "X3"}));
     EXPECT_TRUE(
         hasMessage(tooMany, ImportSeverity::Refusal, "more than 10 third-body efficiencies"));
     EXPECT_TRUE(hasMessage(tooMany, ImportSeverity::Refusal,
@@ -333,21 +312,30 @@ TEST(ChemkinImport, WhatTheFormatCannotHoldIsRefusedPerReactionOrDropped)
 
 TEST(ChemkinImport, BrokenMechanismsGiveErrorsWithLineNumbers)
 {
-    auto noLow = ImportChemkin(mechanism("H+OH(+M)<=>H2O(+M) 1.0 0 0\n TROE/0.5 100 1000/\n"));
-    EXPECT_TRUE(hasMessage(noLow, ImportSeverity::Error, "implies pressure dependence", 39));
-    auto undeclared = ImportChemkin(mechanism("H+O2<=>O+OH 1 0 0\nO+OH=>H+O2 1 0 0\n"));
-    EXPECT_TRUE(hasMessage(undeclared, ImportSeverity::Error, "not marked DUPLICATE", 40));
-    auto declared =
-        ImportChemkin(mechanism("H+O2<=>O+OH 1 0 0\nDUP\nO+OH=>H+O2 1 0 0\nDUPLICATE\n"));
-    EXPECT_TRUE(declared.succeeded());
-    auto unknown = ImportChemkin(mechanism("H+CH4<=>H2+CH3 1 0 0\n"));
-    EXPECT_TRUE(hasMessage(unknown, ImportSeverity::Error, "cannot be read as species", 39));
-    auto badEff = ImportChemkin(mechanism("H+O2<=>O+OH 1 0 0\n H2/2/\n"));
-    EXPECT_TRUE(hasMessage(badEff, ImportSeverity::Error, "no '+M'"));
-    auto noNumbers = ImportChemkin(mechanism("H+O2<=>O+OH 1 0\n"));
-    EXPECT_TRUE(hasMessage(noNumbers, ImportSeverity::Error, "three numbers"));
-    auto chemAct = ImportChemkin(mechanism("H+OH(+M)<=>H2O(+M) 1 0 0\n HIGH/1 0 0/\n"));
-    EXPECT_TRUE(hasMessage(chemAct, ImportSeverity::Refusal, "HIGH"));
+    struct Case {
+        const char* reactions;
+        ImportSeverity severity;
+        const char* part;
+        int line; // -1: not checked
+    };
+    const Case cases[] = {
+        {"H+OH(+M)<=>H2O(+M) 1.0 0 0\n TROE/0.5 100 1000/\n", ImportSeverity::Error,
+         "implies pressure dependence", 39},
+        {"H+O2<=>O+OH 1 0 0\nO+OH=>H+O2 1 0 0\n", ImportSeverity::Error, "not marked DUPLICATE",
+         40},
+        {"H+CH4<=>H2+CH3 1 0 0\n", ImportSeverity::Error, "cannot be read as species", 39},
+        {"H+O2<=>O+OH 1 0 0\n H2/2/\n", ImportSeverity::Error, "no '+M'", -1},
+        {"H+O2<=>O+OH 1 0\n", ImportSeverity::Error, "three numbers", -1},
+        {"H+OH(+M)<=>H2O(+M) 1 0 0\n HIGH/1 0 0/\n", ImportSeverity::Refusal, "HIGH", -1},
+    };
+    for (const Case& c : cases) {
+        auto r = ImportChemkin(mechanism(c.reactions));
+        EXPECT_FALSE(r.succeeded()) << c.part;
+        EXPECT_TRUE(hasMessage(r, c.severity, c.part, c.line)) << c.part << "\n" << allMessages(r);
+    }
+    EXPECT_TRUE(
+        ImportChemkin(mechanism("H+O2<=>O+OH 1 0 0\nDUP\nO+OH=>H+O2 1 0 0\nDUPLICATE\n"))
+            .succeeded());
 
     // Missing thermo: an error when a reaction needs the species, a note when none does.
     std::string noThermo = mechanism("H+O2<=>O+OH 1 0 0\n");
@@ -369,8 +357,7 @@ TEST(ChemkinImport, MessyTextSectionsAndThermoPrecedence)
                        "thermo\r\n" +
                        thermoEntry("O", "O   1", 5.0) + thermoEntry("O", "O   1", 9.0) +
                        "reactions\r\nH\t+ O2\t<=> O + OH   1.0E14 0 16000 ! \x96\r\n";
-    std::string separate = simpleThermo();
-    auto r = ImportChemkin(text, separate);
+    auto r = ImportChemkin(text, simpleThermo());
     ASSERT_TRUE(r.succeeded()) << FormatImportMessage(r.messages.front());
     EXPECT_EQ(r.species.size(), 7u);
     EXPECT_TRUE(hasMessage(r, ImportSeverity::Warning, "'H' is declared more than once", 2));
