@@ -10,7 +10,7 @@
 #include "core/reduction/TestFiles.h"
 #include "postprocessor/ResultsReader.h"
 #include "reduction/ChemkinConversion.h"
-#include "reduction/ReductionSetup.h"
+#include "reduction/ReductionEngine.h"
 #include "shell/TextFormat.h"
 #include "solverfile/ChemkinWriter.h"
 #include "solverfile/SolverFileReader.h"
@@ -43,39 +43,28 @@ bool Solve(const std::filesystem::path& file)
 
 //! Targets CH4, O2, CO2, H2O and temperature at `target`, others at `others`, every row.
 ReductionOutcome Reduce(const std::filesystem::path& source, const std::filesystem::path& reduced,
-                        ReductionTables& tables, const std::string& target,
-                        const std::string& others)
+                        ReductionTables& tables, double target, double others)
 {
     postprocessor::ReadOutcome outcome;
     const auto results =
         postprocessor::OPEN_Rich(source, postprocessor::ReaderForm::SOL_RESX, {}, outcome);
     EXPECT_FALSE(outcome.failed) << outcome.message.text;
-    ReductionSetup setup;
-    PrepData(results, source.string(), setup);
-    for (auto& row : setup.SpeciesTable) {
-        const bool t = row.name == "CH4" || row.name == "O2" || row.name == "CO2" ||
-                       row.name == "H2O";
-        row.parameter = t ? target : "";
+    ReductionRequest q{reduced.string(), results.rowCount - 2, target, {}, others, {}, 1};
+    const auto& c = results.columnNames; // time, T, density, then the species
+    for (const std::string name : {"CH4", "O2", "CO2", "H2O"}) {
+        const auto column = std::find(c.begin(), c.end(), name) - c.begin();
+        q.targetSpecies.push_back(static_cast<int>(column) - 2);
+        q.speciesParameters.push_back(target);
     }
-    setup.temperatureText = target;
-    setup.nonTargetText = others;
-    setup.reducedPathText = reduced.string();
-    EXPECT_TRUE(CheckPreparePaths(setup).empty());
-    ReductionRequest request;
-    const SetupRefusal refusal = BuildRequest(setup, request);
-    EXPECT_TRUE(refusal.empty()) << refusal.message.text;
-    return ReduceMechanism(tables, results, source.string(), request, {}, shell::Now());
+    return ReduceMechanism(tables, results, source.string(), q, {}, shell::Now());
 }
 
 //! Time of the first row above 1800 K, -1 when there is none.
 double IgnitionTime(const comparison::ComparisonFile& f)
 {
-    for (const auto& row : f.ProfileTable) {
-        if (row[1] > 1800) {
-            return row[0];
-        }
-    }
-    return -1.0;
+    const auto& p = f.ProfileTable;
+    const auto it = std::find_if(p.begin(), p.end(), [](const auto& row) { return row[1] > 1800; });
+    return it == p.end() ? -1.0 : (*it)[0];
 }
 
 TEST(GriEndToEnd, ReducedMechanismsReproduceTheFullOne)
@@ -94,7 +83,7 @@ TEST(GriEndToEnd, ReducedMechanismsReproduceTheFullOne)
     // writer mangles (rate line, LOW/TROE line, partner efficiencies) shows here.
     ReductionTables tables;
     const auto all = dir / "gri30_all.txt";
-    ASSERT_TRUE(Reduce(full, all, tables, "0", "0").fileWritten);
+    ASSERT_TRUE(Reduce(full, all, tables, 0, 0).fileWritten);
     EXPECT_EQ(tables.ReducedSpeciesCount, 53);
     EXPECT_EQ(tables.ReducedReactionCount, 325);
     ASSERT_TRUE(Solve(all));
@@ -113,7 +102,7 @@ TEST(GriEndToEnd, ReducedMechanismsReproduceTheFullOne)
     // at three tolerance settings; the solver's own noise is below 2e-4). At 0.1 the same run
     // ignites 2.6 % late, which across the 1200 K rise is up to 40 % pointwise.
     const auto reduced = dir / "gri30_tight.txt";
-    ASSERT_TRUE(Reduce(full, reduced, tables, "0.02", "0.3").fileWritten);
+    ASSERT_TRUE(Reduce(full, reduced, tables, 0.02, 0.3).fileWritten);
     EXPECT_LT(tables.ReducedSpeciesCount, 53);
     EXPECT_LE(tables.ReducedReactionCount, 216); // at most two thirds
     ASSERT_TRUE(Solve(reduced));
@@ -144,7 +133,7 @@ TEST(GriEndToEnd, ReducedMechanismsReproduceTheFullOne)
     // the reduced file can be reduced again and names its direct parent
     ReductionTables again;
     const auto twice = dir / "gri30_twice.txt";
-    EXPECT_TRUE(Reduce(reduced, twice, again, "0.02", "0.3").fileWritten);
+    EXPECT_TRUE(Reduce(reduced, twice, again, 0.02, 0.3).fileWritten);
     EXPECT_EQ(shell::ReadLines(twice)[4], " Source solver file: " + reduced.string());
     EXPECT_LE(again.ReducedSpeciesCount, tables.ReducedSpeciesCount);
 }
