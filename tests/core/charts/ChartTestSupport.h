@@ -4,11 +4,16 @@
 #include "charts/ChartDocument.h"
 
 #include <filesystem>
+#include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zarvion::charts::testing {
+
+using Strings = std::vector<std::string>;
+using Values = std::vector<double>;
 
 //! A random source that replays the given numbers in turn, then repeats the last.
 inline RandomSource Sequence(std::vector<double> values)
@@ -16,9 +21,7 @@ inline RandomSource Sequence(std::vector<double> values)
     auto state = std::make_shared<std::pair<std::vector<double>, std::size_t>>(std::move(values), 0);
     return [state]() {
         auto& [v, i] = *state;
-        const double r = v[std::min(i, v.size() - 1)];
-        ++i;
-        return r;
+        return v[std::min(i++, v.size() - 1)];
     };
 }
 
@@ -31,16 +34,11 @@ inline ChartDocument RichChart(int count, int points, unsigned seed = 7)
     ChartDocument c;
     c.points = points;
     for (int k = 0; k < count; ++k) {
-        Subset s;
-        s.label = "Subset label " + std::to_string(k) + " \"q\" \xC3\xA9";
-        s.color = StandardColor(k % 16) ^ 0x010203u;
-        s.pointType = k;
-        s.lineType = k % 3 == 0 ? NoLine : k;
-        s.show = k % 4 != 1;
-        s.legend = k % 5 != 2;
+        Subset s{"Subset label " + std::to_string(k) + " \"q\" \xC3\xA9",
+                 StandardColor(k % 16) ^ 0x010203u, k, k % 3 == 0 ? NoLine : k, k % 4 != 1,
+                 k % 5 != 2, {}, {}};
         for (int p = 0; p < points; ++p) {
-            const bool gap = (p + k) % 7 == 3;
-            s.x.push_back(gap ? NullValue : u(gen) * 1e-7);
+            s.x.push_back((p + k) % 7 == 3 ? NullValue : u(gen) * 1e-7);
             s.y.push_back(u(gen) / 3.0);
         }
         c.subsets.push_back(s);
@@ -62,6 +60,53 @@ inline ChartDocument RichChart(int count, int points, unsigned seed = 7)
     c.markDataPoints = false;
     c.gridLines = true;
     return c;
+}
+
+//! A subset of the given points and every other field at its default.
+inline Subset Curve(Values x, Values y)
+{
+    Subset s;
+    s.x = std::move(x);
+    s.y = std::move(y);
+    return s;
+}
+
+//! What a chart file keeps of a chart.
+inline ChartProperties Props(const ChartDocument& c)
+{
+    return c;
+}
+
+//! The chart as it shows after going back to colour: all user annotation slots take the one
+//! annotation colour, that of slot 0.
+inline ChartProperties InOneAnnotationColour(ChartProperties c)
+{
+    for (int slot = 0; slot <= LastUserAnnotationSlot; ++slot) {
+        c.annotations[slot].color = c.annotations[0].color;
+    }
+    return c;
+}
+
+//! Main title, subtitle, X and Y axis labels.
+inline Strings Titles(const ChartProperties& c)
+{
+    return {c.mainTitle, c.subTitle, c.xAxisLabel, c.yAxisLabel};
+}
+
+//! The texts of annotation slots first to last.
+inline Strings SlotTexts(const ChartProperties& c, int first, int last)
+{
+    Strings texts;
+    for (int slot = first; slot <= last; ++slot) {
+        texts.push_back(c.annotations[slot].text);
+    }
+    return texts;
+}
+
+//! A subset's colour and symbol code.
+inline std::pair<Color, int> ColourAndSymbol(const Subset& s)
+{
+    return {s.color, s.pointType};
 }
 
 inline std::filesystem::path TempDir(const std::string& name)

@@ -10,7 +10,25 @@ using namespace zarvion::charts::testing;
 
 namespace {
 
-std::tm fixedTime()
+const std::string DataDir = ZARVION_SOURCE_DIR "/tests/data/charts/";
+
+//! Two subsets of three points with absent values, a reaction label and its tail "ABC".
+ChartDocument smallChart()
+{
+    ChartDocument c;
+    c.xAxisLabel = "Time (sec)";
+    c.points = 3;
+    c.subsets = {Curve({1.5, NullValue, 3.0}, {-0.00025, 7.0, 123456789.0}),
+                 Curve({2.5e-3, 0.0, NullValue}, {-1.0, 1e-300, NullValue})};
+    c.subsets[0].label = "R12,H+O2=OH+O";
+    c.subsets[1].label = "OH";
+    c.annotations[101].text = "ABC";
+    return c;
+}
+
+} // namespace
+
+TEST(ClipboardBlock, ExactLayoutAndReadingBack)
 {
     std::tm t{};
     t.tm_year = 2014 - 1900;
@@ -19,159 +37,82 @@ std::tm fixedTime()
     t.tm_hour = 9;
     t.tm_min = 7;
     t.tm_sec = 3;
-    return t;
-}
-
-ChartDocument smallChart()
-{
-    ChartDocument c;
-    c.xAxisLabel = "Time (sec)";
-    c.points = 3;
-    Subset a;
-    a.label = "R12,H+O2=OH+O";
-    a.x = {1.5, NullValue, 3.0};
-    a.y = {-0.00025, 7.0, 123456789.0};
-    Subset b;
-    b.label = "OH";
-    b.x = {2.5e-3, 0.0, NullValue};
-    b.y = {-1.0, 1e-300, NullValue};
-    c.subsets = {a, b};
-    return c;
-}
-
-} // namespace
-
-TEST(ClipboardBlock, HasTheExactLayout)
-{
     ChartDocument c = smallChart();
-    c.annotations[101].text = "ABC";
-    const std::string expected = "!ZARVION  Mar 5 2014  09:07:03\r\n"
-                                 "!Temporary Chart \r\n"
-                                 "\"Time (sec)\",\"R12,H+O2=OH+O\",\"ABC\"\r\n"
-                                 "   1.50000000E+00  -2.50000000E-04\r\n"
-                                 " Empty    7.00000000E+00\r\n"
-                                 "   3.00000000E+00   1.23456789E+08\r\n";
-    EXPECT_EQ(ToClipFile(c, 0, "Temporary Chart ", fixedTime()), expected);
-    // Subset 1 looks at slots 102 and 103.
+    const std::string block = zarvion::shell::ReadFile(DataDir + "subset_block.txt");
+    EXPECT_EQ(ToClipFile(c, 0, "Temporary Chart ", t), block);
+    // Subset k's tail comes from slots k + 101 and k + 102, unlike the reaction labels.
     c.annotations[102].text = "P2";
     c.annotations[103].text = "P3";
-    const std::string second = ToClipFile(c, 1, "x", fixedTime());
-    EXPECT_NE(second.find("\"Time (sec)\",\"OH\",\"P2P3\"\r\n"), std::string::npos);
-    EXPECT_NE(second.find("   0.00000000E+00  1.00000000E-300\r\n"), std::string::npos);
-    EXPECT_NE(second.find("\r\n Empty  Empty \r\n"), std::string::npos);
-}
+    const std::string second = ToClipFile(c, 1, "x", t);
+    for (const char* line : {"\"Time (sec)\",\"OH\",\"P2P3\"\r\n",
+                             "   0.00000000E+00  1.00000000E-300\r\n", "\r\n Empty  Empty \r\n"}) {
+        EXPECT_NE(second.find(line), std::string::npos) << line;
+    }
+    EXPECT_EQ(ReadSubsetText(second).subset.y, (Values{-1.0, 1e-300})); // three-digit exponent
 
-TEST(ClipboardBlock, RoundTripsPointsLabelsAndLongReactionTails)
-{
-    ChartDocument c = smallChart();
-    const std::string longEq = "H+O2+M=HO2+M (enhanced third bodies, low-pressure limit) tail";
-    ASSERT_GT(longEq.size(), 48u);
-    auto [p1, p2] = SplitReactionTail(longEq);
-    SetOverflow(c, 0, p1, p2);
-    const auto r = ReadSubsetText(ToClipFile(c, 0, "chart.pg", fixedTime()));
+    // The point with an absent X is left out; the others keep their values to the nine digits
+    // of the block, which these values have exactly. A short tail is piece 1 alone.
+    const auto r = ReadSubsetText(block);
     ASSERT_TRUE(r.ok()) << r.message.text;
-    EXPECT_EQ(r.subset.xAxisLabel, "Time (sec)");
-    EXPECT_EQ(r.subset.label, "R12,H+O2=OH+O");
-    EXPECT_EQ(r.subset.piece1, p1);
-    EXPECT_EQ(r.subset.piece2, p2);
-    // The point with an absent X is absent after the paste; the others keep their values
-    // to the nine digits of the block (relative 5E-9).
-    ASSERT_EQ(r.subset.x.size(), 2u);
-    EXPECT_DOUBLE_EQ(r.subset.x[0], 1.5);
-    EXPECT_DOUBLE_EQ(r.subset.y[0], -0.00025);
-    EXPECT_DOUBLE_EQ(r.subset.x[1], 3.0);
-    EXPECT_DOUBLE_EQ(r.subset.y[1], 123456789.0);
-
-    // A short tail comes back whole in piece 1.
-    ChartDocument d = smallChart();
-    d.subsets[1].label = "plain";
-    const auto r2 = ReadSubsetText(ToClipFile(d, 1, "c", fixedTime()));
-    ASSERT_TRUE(r2.ok());
-    EXPECT_EQ(r2.subset.label, "plain");
-    EXPECT_EQ(r2.subset.piece1, "Empty");
-    EXPECT_EQ(r2.subset.piece2, "Empty");
-    ASSERT_EQ(r2.subset.x.size(), 2u);
-    EXPECT_EQ(r2.subset.y[1], 1e-300);
+    EXPECT_EQ((Strings{r.subset.xAxisLabel, r.subset.label, r.subset.piece1, r.subset.piece2}),
+              (Strings{"Time (sec)", "R12,H+O2=OH+O", "ABC", "Empty"}));
+    EXPECT_EQ(r.subset.x, (Values{1.5, 3.0}));
+    EXPECT_EQ(r.subset.y, (Values{-0.00025, 123456789.0}));
 }
 
-TEST(ClipboardBlock, PlainColumnsFromOtherPrograms)
+TEST(ClipboardBlock, PlainColumnsAndNothingToPaste)
 {
+    // Blanks and tabs separate, a third column is dropped, "!" lines are comments and lines
+    // without two numbers are skipped.
     const auto two = ReadSubsetText("1 2\n3\t4\n\n5   6\n");
     ASSERT_TRUE(two.ok());
-    EXPECT_EQ(two.subset.x, (std::vector<double>{1, 3, 5}));
-    EXPECT_EQ(two.subset.y, (std::vector<double>{2, 4, 6}));
-    EXPECT_EQ(two.subset.label, "");
-
-    const auto three = ReadSubsetText("\r\n\r\n0.1 1E-3 99\r\n! comment\r\n0.2 2E-3 98\r\nx y z\r\n7\r\n");
+    EXPECT_EQ(two.subset.x, (Values{1, 3, 5}));
+    EXPECT_EQ(two.subset.y, (Values{2, 4, 6}));
+    EXPECT_EQ((Strings{two.subset.label, two.subset.piece1}), (Strings{"", "Empty"}));
+    const auto three =
+        ReadSubsetText("\r\n\r\n0.1 1E-3 99\r\n! comment\r\n0.2 2E-3 98\r\nx y z\r\n7\r\n");
     ASSERT_TRUE(three.ok());
-    EXPECT_EQ(three.subset.x, (std::vector<double>{0.1, 0.2}));
-    EXPECT_EQ(three.subset.y, (std::vector<double>{1e-3, 2e-3}));
-}
+    EXPECT_EQ(three.subset.x, (Values{0.1, 0.2}));
+    EXPECT_EQ(three.subset.y, (Values{1e-3, 2e-3}));
 
-TEST(ClipboardBlock, NothingToPasteGivesTheMessage)
-{
     for (const char* text : {"", "  \r\n \t", "! only\r\n!comments", "a b\nc d\n5\n1 x\n"}) {
-        const auto r = ReadSubsetText(text);
-        EXPECT_FALSE(r.ok()) << text;
-        EXPECT_EQ(r.message.text, "There is no data on the clipboard to plot a profile.");
-        EXPECT_EQ(r.message.style, zarvion::shell::StyleWarning);
-        EXPECT_EQ(r.message.title, "ZARVION");
+        const auto none = ReadSubsetText(text);
+        EXPECT_EQ((Strings{none.message.text, none.message.title}),
+                  (Strings{"There is no data on the clipboard to plot a profile.", "ZARVION"}))
+            << text;
+        EXPECT_EQ(none.message.style, zarvion::shell::StyleWarning);
     }
 }
 
-TEST(ChartDataTable, HasTheExactLayout)
+TEST(ChartDataTable, ExactLayoutItsFilesAndTheLimit)
 {
     ChartDocument c = smallChart();
     c.xAxisLabel = "  Time (sec) ";
-    c.annotations[101].text = "ABC";
     c.subsets[0].y[0] = NullValue;
+    const std::string expected = zarvion::shell::ReadFile(DataDir + "chart_data_table.txt");
     const auto r = WriteChartDataTable(c);
     ASSERT_TRUE(r.message.empty());
-    const std::string blank16(16, ' ');
-    const std::string expected =
-        "   1Time (sec) ;    R12  ,H+O2=OH+OABC\r\n"
-        "   2Time (sec) ;         OH\r\n"
-        "\r\n" +
-        std::string(9, ' ') + "X1" + std::string(14, ' ') + "Y1" + std::string(14, ' ') + "X2" +
-        std::string(14, ' ') + "Y2\r\n" + "    1.500000E+00" + blank16 + "    2.500000E-03" +
-        "   -1.000000E+00\r\n" + blank16 + "    7.000000E+00" + "    0.000000E+00" +
-        "   1.000000E-300\r\n" + "    3.000000E+00" + "    1.234568E+08" + blank16 + blank16 +
-        "\r\n";
     EXPECT_EQ(r.text, expected);
-}
-
-TEST(ChartDataTable, RefusesMoreThanTenSubsets)
-{
-    ChartDocument ten = RichChart(10, 2);
-    EXPECT_TRUE(WriteChartDataTable(ten).message.empty());
-    ChartDocument eleven = RichChart(11, 2);
-    const auto r = WriteChartDataTable(eleven);
-    EXPECT_EQ(r.message.text, "You can view the numeric data for no more than 10 profiles; "
-                              "you are attempting to view 11.");
-    EXPECT_EQ(r.message.style, zarvion::shell::StyleWarning);
-    EXPECT_TRUE(r.text.empty());
-}
-
-TEST(ChartDataTable, WritesItsFileOrRefuses)
-{
     const auto dir = TempDir("table");
-    ChartDocument c = smallChart();
     EXPECT_TRUE(WriteChartDataTableFile(c, dir).empty());
-    EXPECT_EQ(zarvion::shell::ReadFile(dir / "TmpPlot.txt"), WriteChartDataTable(c).text);
+    EXPECT_EQ(zarvion::shell::ReadFile(dir / "TmpPlot.txt"), expected);
     EXPECT_TRUE(WriteChartDataTableFile(c, dir, 0).empty());
-    EXPECT_TRUE(std::filesystem::exists(dir / "CLIP.TMP"));
-    ChartDocument eleven = RichChart(11, 1);
-    std::filesystem::remove(dir / "TmpPlot.txt");
-    EXPECT_FALSE(WriteChartDataTableFile(eleven, dir).empty());
-    EXPECT_FALSE(std::filesystem::exists(dir / "TmpPlot.txt"));
-}
+    EXPECT_EQ(zarvion::shell::ReadFile(dir / "CLIP.TMP"), expected);
 
-TEST(ChartDataTable, ReactionToolTipAttachesTheOverflow)
-{
-    ChartDocument c = smallChart();
-    c.subsets.push_back(Subset{"R3,A=B", 0, 0, 0, true, true, {0, 0, 0}, {0, 0, 0}});
+    EXPECT_TRUE(WriteChartDataTable(RichChart(10, 2)).message.empty());
+    const auto eleven = WriteChartDataTable(RichChart(11, 2));
+    EXPECT_EQ(eleven.message.text, "You can view the numeric data for no more than 10 profiles; "
+                                   "you are attempting to view 11.");
+    EXPECT_EQ(eleven.message.style, zarvion::shell::StyleWarning);
+    EXPECT_TRUE(eleven.text.empty());
+    std::filesystem::remove(dir / "TmpPlot.txt");
+    EXPECT_EQ(WriteChartDataTableFile(RichChart(11, 1), dir).text, eleven.message.text);
+    EXPECT_FALSE(std::filesystem::exists(dir / "TmpPlot.txt"));
+
+    // The tool tip attaches the overflow to a reaction label only.
+    c.subsets.push_back(Curve({0, 0, 0}, {0, 0, 0}));
+    c.subsets[2].label = "R3,A=B";
     SetOverflow(c, 2, "first", "second");
-    EXPECT_EQ(ReactionToolTip(c, 2), "R3,A=Bfirstsecond");
-    EXPECT_EQ(ReactionToolTip(c, 0), "R12,H+O2=OH+O");
-    EXPECT_EQ(ReactionToolTip(c, 1), "");
+    EXPECT_EQ((Strings{ReactionToolTip(c, 2), ReactionToolTip(c, 0), ReactionToolTip(c, 1)}),
+              (Strings{"R3,A=Bfirstsecond", "R12,H+O2=OH+OABC", ""}));
 }

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <unistd.h>
 
 using namespace zarvion::textdocs;
@@ -13,8 +12,8 @@ namespace {
 
 fs::path tempFile(const std::string& name, const std::string& content)
 {
-    const fs::path p = fs::temp_directory_path() / ("zarv-textdocs-" + std::to_string(::getpid()) +
-                                                    "-" + name);
+    const fs::path p = fs::temp_directory_path() /
+                       ("zarv-textdocs-" + std::to_string(::getpid()) + "-" + name);
     zarvion::shell::WriteFileAtomically(p, content);
     return p;
 }
@@ -26,8 +25,7 @@ TEST(NewTextDocument, LowestFreeNumber)
     EXPECT_EQ(NewTextDocument({}), "Text Doc1");
     EXPECT_EQ(NewTextDocument({"Text Doc1", "Text Doc3", "Temporary Chart "}), "Text Doc2");
     // Only exact captions take a number.
-    EXPECT_EQ(NewTextDocument({"Text Doc 1", "Text Doc01", "text doc1", "Text Doc1 "}),
-              "Text Doc1");
+    EXPECT_EQ(NewTextDocument({"Text Doc 1", "Text Doc01", "text doc1", "Text Doc1 "}), "Text Doc1");
     EXPECT_EQ(NewTextDocument({"Text Doc101"}), "Text Doc1");
     std::vector<std::string> all;
     for (int n = 1; n <= 100; ++n) {
@@ -40,23 +38,26 @@ TEST(NewTextDocument, LowestFreeNumber)
 
 TEST(TextDocument, KeysThatMarkAChange)
 {
+    // The ends of each range of harmless keys, and their neighbours.
     for (int code : {112, 123, 16, 20, 33, 40, 145, 27, 45, 91, 93, 144}) {
         EXPECT_TRUE(IsTypedKeyException(code)) << code;
     }
     for (int code : {111, 124, 15, 21, 32, 41, 46, 8, 13, 65, 94, 143}) {
         EXPECT_FALSE(IsTypedKeyException(code)) << code;
     }
-    EXPECT_EQ(TypedKeyExceptions().size(), 32u); // 12 + 5 + 8 + 3 + 3 + 1
+    EXPECT_EQ(TypedKeyExceptions().size(), 32u); // 12 + 5 + 8 + 1 + 1 + 1 + 3 + 1
 
-    TextDocument doc;
-    doc.onKeyDown(112, 0, 0); // F1
-    doc.onKeyDown(37, 0, 0);  // left arrow
-    doc.onKeyDown(65, 2, 0);  // Ctrl+A
-    doc.onKeyDown(67, 2, 0);  // Ctrl+C
-    EXPECT_FALSE(doc.Modified);
-    doc.onKeyDown(67, 3, 0); // Ctrl+Shift+C is not the Ctrl state
-    EXPECT_TRUE(doc.Modified);
-
+    // F1, left arrow, Ctrl+A and Ctrl+C leave the document; Ctrl+Shift+C isn't the Ctrl state.
+    struct Key {
+        int code, shift;
+        bool marks;
+    };
+    for (Key k : {Key{112, 0, false}, Key{37, 0, false}, Key{65, 2, false}, Key{67, 2, false},
+                  Key{67, 3, true}, Key{65, 0, true}}) {
+        TextDocument doc;
+        doc.onKeyDown(k.code, k.shift, 0);
+        EXPECT_EQ(doc.Modified, k.marks) << k.code << " shift " << k.shift;
+    }
     TextDocument paste;
     paste.onKeyDown(86, 2, 17); // Ctrl+V marks even with an empty clipboard
     EXPECT_TRUE(paste.Modified);
@@ -65,13 +66,9 @@ TEST(TextDocument, KeysThatMarkAChange)
     paste.onKeyDown(37, 0, 0);
     EXPECT_FALSE(paste.CtrlDown);
     EXPECT_TRUE(paste.Modified); // stays changed
-
-    TextDocument typing;
-    typing.onKeyDown(65, 0, 0);
-    EXPECT_TRUE(typing.Modified);
 }
 
-TEST(TextDocument, CloseQuestion)
+TEST(TextDocument, CloseQuestionPathsAndNames)
 {
     TextDocument doc;
     EXPECT_TRUE(doc.closeQuestion("Text Doc2").empty());
@@ -84,10 +81,8 @@ TEST(TextDocument, CloseQuestion)
     EXPECT_EQ(doc.closeQuestion("a.txt").text, "Do you want to save changes to /x/a.txt?");
     doc.IsSolverDocument = true;
     EXPECT_TRUE(doc.closeQuestion("a.txt").empty());
-}
 
-TEST(TextDocument, LoadedPathAndDataView)
-{
+    // The data-view file has no path of its own.
     const fs::path tmp = tempFile("TmpPlot.txt", "data");
     TextDocument view;
     view.setLoadedPath(tmp.string(), tmp);
@@ -112,16 +107,15 @@ TEST(TextDocument, LoadedPathAndDataView)
 
 TEST(GibtEsRes, LooksForTheResultsMark)
 {
-    const fs::path with = tempFile("with.txt", "header\r\n  !$Results   $$\r\nrow\r\n");
-    const fs::path prefix = tempFile("prefix.txt", "x\n!$RESULTSX\n");
-    const fs::path without = tempFile("without.txt", "x !$results\n!$END\n");
-    EXPECT_TRUE(GibtEsRes(with));
-    EXPECT_TRUE(GibtEsRes(prefix));
-    EXPECT_FALSE(GibtEsRes(without));
+    const std::pair<const char*, bool> files[] = {{"header\r\n  !$Results   $$\r\nrow\r\n", true},
+                                                  {"x\n!$RESULTSX\n", true},
+                                                  {"x !$results\n!$END\n", false}};
+    for (const auto& [content, marked] : files) {
+        const fs::path p = tempFile("results.txt", content);
+        EXPECT_EQ(GibtEsRes(p), marked) << content;
+        fs::remove(p);
+    }
     EXPECT_FALSE(GibtEsRes(fs::temp_directory_path() / "zarv-no-such-file.txt"));
-    fs::remove(with);
-    fs::remove(prefix);
-    fs::remove(without);
 }
 
 TEST(FindInText, OptionsAndBounds)
@@ -138,19 +132,16 @@ TEST(FindInText, OptionsAndBounds)
     EXPECT_EQ(FindInText("abc", "a", -1, 0), -1);
 }
 
-TEST(FindRich, FindsInTurnAndWraps)
+TEST(FindRich, FindsInTurnWrapsAndReplacesThePresentHit)
 {
     MemoryTextBox box;
     box.setText("one two one");
     TextDocument doc;
+    auto hit = [&] { return std::vector<int>{doc.FindResult, box.selStart(), box.selLength(), doc.FindPosition}; };
     EXPECT_TRUE(doc.Find_Rich(box, "one", 0, true).empty());
-    EXPECT_EQ(doc.FindResult, 0);
-    EXPECT_EQ(box.selStart(), 0);
-    EXPECT_EQ(box.selLength(), 3);
-    EXPECT_EQ(doc.FindPosition, 3);
+    EXPECT_EQ(hit(), (std::vector<int>{0, 0, 3, 3}));
     doc.Find_Rich(box, "one", 0, true);
-    EXPECT_EQ(doc.FindResult, 8);
-    EXPECT_EQ(box.selectedText(), "one");
+    EXPECT_EQ(hit(), (std::vector<int>{8, 8, 3, 11}));
     const auto end = doc.Find_Rich(box, "one", 0, true);
     EXPECT_EQ(end.text, "End of search.");
     EXPECT_EQ(end.style, zarvion::shell::StylePlain);
@@ -158,59 +149,47 @@ TEST(FindRich, FindsInTurnAndWraps)
     EXPECT_EQ(doc.FindPosition, 0);
     doc.Find_Rich(box, "one", 0, true);
     EXPECT_EQ(doc.FindResult, 0); // wrapped to the top
-
     doc.FindPosition = 4;
     EXPECT_TRUE(doc.Find_Rich(box, "zzz", 0, false).empty()); // no message without the flag
     EXPECT_EQ(doc.FindPosition, 0);
-}
 
-TEST(ReplaceRich, ReplacesThePresentHitOnly)
-{
-    MemoryTextBox box;
     box.setText("a cat a cat");
-    TextDocument doc;
-    doc.Replace_Rich(box, "dog"); // no hit yet
+    TextDocument cats;
+    cats.Replace_Rich(box, "dog"); // no hit yet
     EXPECT_EQ(box.text(), "a cat a cat");
-    EXPECT_FALSE(doc.Modified);
-
-    doc.Find_Rich(box, "cat", 0, true);
-    doc.Replace_Rich(box, "mouse");
+    EXPECT_FALSE(cats.Modified);
+    cats.Find_Rich(box, "cat", 0, true);
+    cats.Replace_Rich(box, "mouse");
     EXPECT_EQ(box.text(), "a mouse a cat");
-    EXPECT_EQ(box.selStart(), 2);
-    EXPECT_EQ(box.selLength(), 5);
-    EXPECT_EQ(doc.FindPosition, 7);
-    EXPECT_TRUE(doc.Modified);
+    EXPECT_EQ((std::vector<int>{box.selStart(), box.selLength(), cats.FindPosition}),
+              (std::vector<int>{2, 5, 7}));
+    EXPECT_TRUE(cats.Modified);
 }
 
 TEST(ReplaceAll, CountsAndAlwaysMarks)
 {
-    MemoryTextBox box;
-    box.setText("cat cat cat");
-    TextDocument doc;
-    int count = -1;
-    auto m = doc.Replace_ALL(box, "cat", "dog", 0, &count);
-    EXPECT_EQ(box.text(), "dog dog dog");
-    EXPECT_EQ(count, 3);
-    EXPECT_EQ(m.text, "In the document, 3 replacement(s) have been made.");
-
     // A replacement that holds the search text ends: the search passes each replacement.
-    box.setText("cat Cat");
-    doc.Replace_ALL(box, "cat", "cats", 0, &count);
-    EXPECT_EQ(box.text(), "cats cats");
-    EXPECT_EQ(count, 2);
-
-    box.setText("Cat cat");
-    doc.Replace_ALL(box, "cat", "x", FindMatchCase, &count);
-    EXPECT_EQ(box.text(), "Cat x");
-
-    box.setText("aaaa");
-    doc.Replace_ALL(box, "aa", "", 0, &count);
-    EXPECT_EQ(box.text(), "");
-    EXPECT_EQ(count, 2);
-
-    TextDocument clean;
-    box.setText("nothing here");
-    m = clean.Replace_ALL(box, "cat", "dog", 0);
-    EXPECT_EQ(m.text, "In the document, 0 replacement(s) have been made.");
-    EXPECT_TRUE(clean.Modified);
+    struct Case {
+        const char *text, *what, *replacement;
+        int options;
+        const char* result;
+        int count;
+    };
+    const Case cases[] = {{"cat cat cat", "cat", "dog", 0, "dog dog dog", 3},
+                          {"cat Cat", "cat", "cats", 0, "cats cats", 2},
+                          {"Cat cat", "cat", "x", FindMatchCase, "Cat x", 1},
+                          {"aaaa", "aa", "", 0, "", 2},
+                          {"nothing here", "cat", "dog", 0, "nothing here", 0}};
+    for (const Case& k : cases) {
+        MemoryTextBox box;
+        box.setText(k.text);
+        TextDocument doc;
+        int count = -1;
+        const auto m = doc.Replace_ALL(box, k.what, k.replacement, k.options, &count);
+        EXPECT_EQ(box.text(), k.result);
+        EXPECT_EQ(count, k.count) << k.text;
+        EXPECT_EQ(m.text, "In the document, " + std::to_string(k.count) +
+                              " replacement(s) have been made.");
+        EXPECT_TRUE(doc.Modified) << k.text;
+    }
 }
