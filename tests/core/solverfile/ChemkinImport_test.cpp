@@ -4,6 +4,8 @@
 #include "solverfile/ChemkinDetail.h"
 #include "solverfile/ChemkinImport.h"
 
+#include "TestFiles.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,54 +13,36 @@
 namespace zarvion::solverfile {
 namespace {
 
+using zarvion::testing::expectSlots;
 using chemkin::ParseEquation;
 using chemkin::ParseFortranNumber;
 using chemkin::SpeciesTable;
 using chemkin::ThirdBody;
 
-std::string pad(std::string s, std::size_t n)
+using zarvion::testing::readBytes;
+
+//! Fixtures in tests/data/solverfile: thermo coefficient k (1-based) of an entry is k / 10 plus
+//! a base of 0 unless noted, so a wrong column shows in the value.
+std::string fixture(const std::string& name)
 {
-    s.resize(std::max(s.size(), n), ' ');
-    return s;
+    return readBytes(zarvion::testing::dataFile("solverfile/" + name));
 }
 
-// One thermo entry in the fixed columns: elements in columns 25-44, temperatures in 46-73.
-// Coefficient k (1-based) is k / 10 + base, so a wrong column shows in the value.
-std::string thermoEntry(const std::string& name, const std::string& elements, double base = 0,
-                        const std::string& temps = "   200.000  3500.000  1000.000")
-{
-    std::string l1 = pad(pad(name, 24) + pad(elements, 20) + "G" + temps, 79) + "1\n";
-    std::string l[3];
-    for (int k = 1; k <= 14; ++k) {
-        char buf[32];
-        std::snprintf(buf, sizeof buf, "%15.8E", base + k / 10.0);
-        l[(k - 1) / 5] += buf;
-    }
-    return l1 + pad(l[0], 79) + "2\n" + pad(l[1], 79) + "3\n" + pad(l[2], 79) + "4\n";
-}
-
-std::string simpleThermo()
-{
-    return "THERMO ALL\n   300.000  1000.000  5000.000\n" + thermoEntry("H", "H   1") +
-           thermoEntry("O", "O   1") + thermoEntry("OH", "O   1H   1") +
-           thermoEntry("H2", "H   2") + thermoEntry("O2", "O   2") +
-           thermoEntry("H2O", "H   2O   1") + thermoEntry("AR", "AR  1") + "END\n";
-}
-
-//! Seven species with thermo; REACTIONS stands on line 38, the first reaction on line 39.
+//! Seven species (H O OH H2 O2 H2O AR) with thermo; REACTIONS stands on line 38.
 std::string mechanism(const std::string& reactions, const std::string& units = "")
 {
-    return "ELEMENTS\nH O AR\nEND\nSPECIES\nH O OH H2 O2 H2O AR\nEND\n" + simpleThermo() +
-           "REACTIONS " + units + "\n" + reactions + "END\n";
+    return "ELEMENTS\nH O AR\nEND\nSPECIES\nH O OH H2 O2 H2O AR\nEND\n" +
+           fixture("simple_thermo.dat") + "REACTIONS " + units + "\n" + reactions + "END\n";
 }
 
-//! The mechanism with further species, each given a thermo entry of one H atom.
+//! The mechanism with further species, each given H's thermo entry under its own name.
 std::string withSpecies(std::string text, const std::vector<std::string>& extra)
 {
+    const std::string h = text.substr(text.find("\nH      ") + 1 + 24, 4 * 81 - 24);
     std::string names, entries;
     for (const auto& s : extra) {
         names += " " + s;
-        entries += thermoEntry(s, "H   1");
+        entries += s + std::string(24 - s.size(), ' ') + h;
     }
     text.replace(text.find("H2O AR\nEND"), 10, "H2O AR" + names + "\nEND");
     text.replace(text.find("END\nREACTIONS"), 13, entries + "END\nREACTIONS");
@@ -150,20 +134,9 @@ TEST(ChemkinEquations, ThirdBodiesCollidersPhotonsAndCoefficients)
 
 TEST(ChemkinThermo, QuirksOfRealThermoFiles)
 {
-    // Global Tmid 1200, a blank Tmid, a blank exponent sign, shifted temperature fields,
-    // a missing "4" in column 80, an extended composition and ENDOFDATA.
-    std::string blankTmid = thermoEntry("A", "H   2", 0, "   300.000  5000.000        ");
-    std::string shifted = thermoEntry("B", "H   1", 0, "     200.0    6000.0    1500.0");
-    std::string fortran = thermoEntry("C", "O   1", 0);
-    fortran.replace(fortran.find("1.00000000E-01"), 14, "0.86900558E 01");
-    std::string noCard = thermoEntry("D", "H   1", 0);
-    noCard.erase(noCard.size() - 2, 1); // the "4" of the last line
-    std::string extended =
-        pad(pad("BIN", 24) + pad("C   0H   0", 20) + "G" + "   300.000  5000.000 1401.000", 78) +
-        "01&\nC      778.0&\nH 264\n" +
-        thermoEntry("X", "", 0).substr(thermoEntry("X", "", 0).find('\n') + 1);
-    std::string text = "THERMO\n   300.000  1200.000  5000.000\n" + blankTmid + shifted + fortran +
-                       noCard + extended + "ENDOFDATA\n";
+    // Global Tmid 1200, a blank Tmid (A), shifted temperature fields (B), a blank exponent
+    // sign (C), a missing "4" in column 80 (D), an extended composition (BIN) and ENDOFDATA.
+    const std::string text = fixture("thermo_quirks.dat");
     std::vector<ImportMessage> messages;
     auto entries = chemkin::ParseThermoBlock(chemkin::SplitSourceLines(text), "t", messages);
     ASSERT_TRUE(messages.empty()) << messages[0].text;
@@ -173,7 +146,7 @@ TEST(ChemkinThermo, QuirksOfRealThermoFiles)
     EXPECT_DOUBLE_EQ(entries[1].highT, 6000.0);
     EXPECT_DOUBLE_EQ(entries[1].commonT, 1500.0);
     EXPECT_DOUBLE_EQ(entries[2].coefficients[0], 8.6900558);
-    EXPECT_DOUBLE_EQ(entries[3].coefficients[13], 1.4); // coefficient 14 of thermoEntry
+    EXPECT_DOUBLE_EQ(entries[3].coefficients[13], 1.4); // coefficient 14
     using Elements = std::vector<std::pair<std::string, double>>;
     EXPECT_EQ(entries[4].elements, (Elements{{"C", 778.0}, {"H", 264.0}}));
     EXPECT_DOUBLE_EQ(entries[4].commonT, 1401.0);
@@ -193,21 +166,15 @@ TEST(ChemkinImport, RecordsOfFalloffColliderAndIrreversibleReactions)
         {"HO2", "H2O2"}));
     ASSERT_TRUE(r.succeeded()) << allMessages(r);
     ASSERT_EQ(r.reactions.size(), 5u);
-    const auto& f = r.reactions[0];
-    EXPECT_EQ(f.text, "2OH (+M) <=> H2O2 (+M)");
-    EXPECT_EQ(f.ints[slot::ThirdBodyKind], 1);
-    EXPECT_EQ(f.ints[slot::HasLowLimit], 1);
-    EXPECT_EQ(f.ints[slot::FalloffKind], 1);
-    EXPECT_DOUBLE_EQ(f.reals[4], 2.3e18);
-    EXPECT_DOUBLE_EQ(f.reals[6], -1700.0);
-    EXPECT_DOUBLE_EQ(f.reals[10], 5182.0);
-    const auto& c = r.reactions[1]; // AR as the only collider, Troe with three parameters
-    EXPECT_EQ(c.ints[slot::ThirdBodyKind], 0);
-    EXPECT_EQ(c.ints[slot::PartnerCount], 1);
-    EXPECT_EQ(c.ints[slot::HasLowLimit], 1);
-    EXPECT_EQ(c.ints[slot::FirstPartner], 7);
-    EXPECT_DOUBLE_EQ(c.reals[12], 1.0);
-    EXPECT_EQ(c.ints[slot::FalloffKind], 3);
+    EXPECT_EQ(r.reactions[0].text, "2OH (+M) <=> H2O2 (+M)");
+    expectSlots(r.reactions[0].ints,
+                {{slot::ThirdBodyKind, 1}, {slot::HasLowLimit, 1}, {slot::FalloffKind, 1}});
+    expectSlots(r.reactions[0].reals, {{4, 2.3e18}, {6, -1700.0}, {10, 5182.0}});
+    // AR as the only collider, Troe with three parameters.
+    expectSlots(r.reactions[1].ints, {{slot::ThirdBodyKind, 0}, {slot::PartnerCount, 1},
+                                      {slot::HasLowLimit, 1}, {slot::FirstPartner, 7},
+                                      {slot::FalloffKind, 3}});
+    expectSlots(r.reactions[1].reals, {{12, 1.0}});
     EXPECT_EQ(r.reactions[2].ints[slot::Reversible], 0);
     EXPECT_EQ(r.reactions[2].text, "H + OH => H2O");
     EXPECT_DOUBLE_EQ(r.reactions[3].reals[3], -2110.0);
@@ -256,15 +223,13 @@ TEST(ChemkinImport, RevIsSplitIntoForwardAndReverse)
     EXPECT_EQ(r.revSplitCount, 1);
     EXPECT_EQ(r.revZeroCount, 1);
     ASSERT_EQ(r.reactions.size(), 4u);
+    // The reverse record swaps the sides of the forward one; both are irreversible.
     const auto& fwd = r.reactions[0];
     const auto& rev = r.reactions[1];
     EXPECT_EQ(fwd.ints[slot::Reversible], 0);
-    EXPECT_EQ(rev.ints[slot::Reversible], 0);
-    EXPECT_EQ(rev.ints[1], fwd.ints[4]);
-    EXPECT_EQ(rev.ints[2], fwd.ints[5]);
-    EXPECT_EQ(rev.ints[4], fwd.ints[1]);
-    EXPECT_DOUBLE_EQ(rev.reals[1], 2.0e13);
-    EXPECT_DOUBLE_EQ(rev.reals[3], -700.0);
+    expectSlots(rev.ints, {{slot::Reversible, 0}, {1, fwd.ints[4]}, {2, fwd.ints[5]},
+                           {4, fwd.ints[1]}});
+    expectSlots(rev.reals, {{1, 2.0e13}, {3, -700.0}});
     EXPECT_EQ(rev.text, "O + OH => H + O2");
     EXPECT_EQ(r.reactions[3].ints[slot::Reversible], 0); // zero REV: forward only
     EXPECT_EQ(r.reactionSourceLines[1], r.reactionSourceLines[0]);
@@ -351,13 +316,9 @@ TEST(ChemkinImport, BrokenMechanismsGiveErrorsWithLineNumbers)
 TEST(ChemkinImport, MessyTextSectionsAndThermoPrecedence)
 {
     // CRLF, TABs inside the equation, a byte that is not UTF-8 in a comment, unterminated
-    // sections, repeated species, a repeated thermo entry, and a separate thermo file that
-    // the mechanism's own THERMO section overrides for O.
-    std::string text = "elem H O AR\r\nspec H O OH H2 O2 H2O AR H ! \x96 repeat\r\n"
-                       "thermo\r\n" +
-                       thermoEntry("O", "O   1", 5.0) + thermoEntry("O", "O   1", 9.0) +
-                       "reactions\r\nH\t+ O2\t<=> O + OH   1.0E14 0 16000 ! \x96\r\n";
-    auto r = ImportChemkin(text, simpleThermo());
+    // sections, repeated species, a repeated thermo entry for O (bases 5 and 9), and a
+    // separate thermo file that the mechanism's own THERMO section overrides for O.
+    auto r = ImportChemkin(fixture("messy_mechanism.inp"), fixture("simple_thermo.dat"));
     ASSERT_TRUE(r.succeeded()) << FormatImportMessage(r.messages.front());
     EXPECT_EQ(r.species.size(), 7u);
     EXPECT_TRUE(hasMessage(r, ImportSeverity::Warning, "'H' is declared more than once", 2));

@@ -45,16 +45,14 @@ TEST(ReadMechanism, HeaderAndThermoRecords)
         {h.pressureAtm, 1.0}, {h.initialTemperature, 1200.0}, {h.minTemperature, 300.0},
         {h.maxTemperature, 3500.0}, {h.initialTime, 0.0}, {h.finalTime, 1.0e-3},
         {h.initialStep, 1.0e-8}, {h.relativeTolerance, 1.0e-6}, {h.absoluteTolerance, 1.0e-12},
-        {h.GasConstantEnergy, 1.987204259}, {h.GasConstantConc, 82.05736608},
-        // O2's thermo slots 1, 5, 6, 10, 11, 14, 15 and HO2's temperatures 16-18.
-        {m.thermo[1][1], 3.66096065}, {m.thermo[1][5], -1.29913436e-15},
-        {m.thermo[1][6], -1.21597718e3}, {m.thermo[1][10], 9.84730201e-6},
-        {m.thermo[1][11], -9.68129509e-9}, {m.thermo[1][14], 3.65767573},
-        {m.thermo[1][15], 31.9988}, {m.thermo[2][16], 200.0}, {m.thermo[2][17], 3500.0},
-        {m.thermo[2][18], 1000.0}};
+        {h.GasConstantEnergy, 1.987204259}, {h.GasConstantConc, 82.05736608}};
     for (std::size_t k = 0; k < std::size(reals); ++k) {
-        EXPECT_DOUBLE_EQ(reals[k].first, reals[k].second) << "entry " << k;
+        EXPECT_DOUBLE_EQ(reals[k].first, reals[k].second) << "header value " << k;
     }
+    expectSlots(m.thermo[1], {{1, 3.66096065}, {5, -1.29913436e-15}, {6, -1.21597718e3},
+                              {10, 9.84730201e-6}, {11, -9.68129509e-9}, {14, 3.65767573},
+                              {15, 31.9988}}); // O2
+    expectSlots(m.thermo[2], {{16, 200.0}, {17, 3500.0}, {18, 1000.0}}); // HO2's temperatures
     EXPECT_EQ(m.thermoKeywordLine, 34);
     // 34 + 16 thermo lines + END, free, REACTIONS + 5 records (6+5+8+5+3 lines) + END
     EXPECT_EQ(m.reactionsEndLine, 34 + 16 + 3 + 27 + 1);
@@ -74,32 +72,21 @@ TEST(ReadMechanism, ReactionRecordsWithOptionalLines)
     ASSERT_EQ(m.reactions.size(), 5u);
     EXPECT_EQ(m.reactions[0].text, "H+O2+M=HO2+M");
     EXPECT_EQ(m.reactions[4].text, "HO2+H=>O2+H+H");
-    // {reaction, slot, value}: 1 third body with one listed partner (AR, species 4, 0.7);
-    // 2 Troe with four parameters behind a LOW line; 3 SRI with a named bath partner;
-    // 4 Troe with three parameters (slot 10 stays 0); 5 plain irreversible, before END.
-    struct Int {
-        int reaction, slot, value;
-    };
-    const Int ints[] = {
-        {0, 1, 1}, {0, 2, 2}, {0, 4, 3}, {0, slot::ThirdBodyKind, 2}, {0, slot::PartnerCount, 1},
-        {0, slot::FirstPartner, 4}, {0, slot::FirstPartner + 1, 0}, {1, slot::HasLowLimit, 1},
-        {1, slot::FalloffKind, 1}, {2, slot::FalloffKind, 2}, {2, slot::FirstPartner, 4},
-        {3, slot::FalloffKind, 3}, {4, slot::ProductCount, 3}, {4, slot::Reversible, 0}};
-    for (const Int& c : ints) {
-        EXPECT_EQ(m.reactions[c.reaction].ints[c.slot], c.value) << c.reaction << "/" << c.slot;
-    }
-    struct Real {
-        int reaction, slot;
-        double value;
-    };
-    const Real reals[] = {
-        {0, 1, 3.61e17}, {0, 2, -0.72}, {0, 12, 0.70}, {0, 13, 0.0}, {1, 4, 1.05e19},
-        {1, 5, -1.257}, {1, 7, 0.5}, {1, 10, 1.0e10}, {2, 8, 797.0}, {2, 11, 0.0}, {2, 10, 1.0},
-        {2, 12, 1.0}, {3, 9, 2000.0}, {3, 10, 0.0}, {3, 3, 4.6e4}};
-    for (const Real& c : reals) {
-        EXPECT_DOUBLE_EQ(m.reactions[c.reaction].reals[c.slot], c.value)
-            << c.reaction << "/" << c.slot;
-    }
+    // 1: third body with one listed partner (AR, species 4, efficiency 0.7).
+    const auto& r = m.reactions;
+    expectSlots(r[0].ints, {{1, 1}, {2, 2}, {4, 3}, {slot::ThirdBodyKind, 2},
+                            {slot::PartnerCount, 1}, {slot::FirstPartner, 4},
+                            {slot::FirstPartner + 1, 0}});
+    expectSlots(r[0].reals, {{1, 3.61e17}, {2, -0.72}, {12, 0.70}, {13, 0.0}});
+    // 2: Troe with four parameters behind a LOW line; 3: SRI with a named bath partner.
+    expectSlots(r[1].ints, {{slot::HasLowLimit, 1}, {slot::FalloffKind, 1}});
+    expectSlots(r[1].reals, {{4, 1.05e19}, {5, -1.257}, {7, 0.5}, {10, 1.0e10}});
+    expectSlots(r[2].ints, {{slot::FalloffKind, 2}, {slot::FirstPartner, 4}});
+    expectSlots(r[2].reals, {{8, 797.0}, {11, 0.0}, {10, 1.0}, {12, 1.0}});
+    // 4: Troe with three parameters, slot 10 stays 0; 5: plain irreversible, before END.
+    expectSlots(r[3].ints, {{slot::FalloffKind, 3}});
+    expectSlots(r[3].reals, {{9, 2000.0}, {10, 0.0}, {3, 4.6e4}});
+    expectSlots(r[4].ints, {{slot::ProductCount, 3}, {slot::Reversible, 0}});
 }
 
 TEST(ParseReactionRecord, AdvancesPositionAndReportsCutRecord)

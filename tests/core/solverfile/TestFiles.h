@@ -1,6 +1,8 @@
 #pragma once
 // Paths of the hand-written fixtures and scratch files for the solver-file tests.
 
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -38,6 +40,14 @@ inline std::string joinCrLf(const std::vector<std::string>& lines)
     std::string out;
     for (const auto& l : lines) out += l + "\r\n";
     return out;
+}
+
+//! Expects values[slot] for each (slot, value) to 4 units in the last place: integer and real
+//! slots of records alike.
+template <class Array>
+void expectSlots(const Array& values, std::initializer_list<std::pair<int, double>> want)
+{
+    for (const auto& [slot, value] : want) EXPECT_DOUBLE_EQ(values[slot], value) << "slot " << slot;
 }
 
 //! A fresh folder under the system temp folder, removed when the object goes.
