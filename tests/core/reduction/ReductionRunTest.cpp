@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdio>
+#include <functional>
 #include <sys/wait.h>
 
 #include "core/reduction/TestFiles.h"
@@ -60,80 +61,13 @@ TEST_F(ReductionSetupTest, PrepareDefaults)
     EXPECT_EQ(constantT.temperatureCaption, "Constant Temperature");
 }
 
-TEST_F(ReductionSetupTest, TableAndFieldChecks)
-{
-    // 0 and 1 pass although the texts name the open interval
-    setup.SpeciesTable[0].parameter = "0";
-    setup.SpeciesTable[1].parameter = "1";
-    EXPECT_TRUE(CheckTabParam(setup).empty());
-    for (const char* bad : {"1.5", "abc"}) {
-        setup.SpeciesTable[2].parameter = bad;
-        const SetupRefusal r = CheckTabParam(setup);
-        EXPECT_EQ(r.message.text, "Bad value for the N2 parameter. If the species is a target, "
-                                  "enter a number on the interval (0, 1). If the species is not "
-                                  "a target, clear the table field.") << bad;
-        EXPECT_EQ(r.row, 3);
-    }
-    setup.SpeciesTable[2].parameter = " ";
-
-    setup.temperatureText = "warm";
-    SetupRefusal r = RedTabGetF(setup);
-    EXPECT_EQ(r.message.text, "Bad value for the temperature parameter. If temperature is a "
-                              "target, enter a number on the interval (0, 1). If temperature is "
-                              "not a target, clear the textbox.");
-    EXPECT_EQ(r.field, 0);
-    setup.temperatureText = "";
-    for (const char* bad : {"", "-0.1"}) {
-        setup.nonTargetText = bad;
-        r = RedTabGetF(setup);
-        EXPECT_EQ(r.message.text,
-                  "Non target parameter, please enter a number on the interval (0, 1).") << bad;
-        EXPECT_EQ(r.field, 1);
-    }
-    ClearAll(setup);
-    setup.nonTargetText = "0.3";
-    r = RedTabGetF(setup);
-    EXPECT_EQ(r.message.text, "Cannot start because no targets have been specified. For targets "
-                              "(temperature and/or species), enter parameters on the interval "
-                              "(0,1).");
-    EXPECT_EQ(r.message.style, 48);
-}
-
-TEST_F(ReductionSetupTest, PathsAndTrialWrite)
-{
-    const auto victim = WriteLines(dir / "victim.txt", {"keep me"});
-    EXPECT_TRUE(TestRedFile(victim).empty());
-    EXPECT_FALSE(std::filesystem::exists(victim)); // the trial destroys a file of that name
-    EXPECT_EQ(TestRedFile(dir).text, "Reduced file, the specified Path/File name '" +
-                                         dir.string() + "' cannot be accessed or is invalid.");
-
-    setup.reducedPathText = setup.SourcePath;
-    for (char& c : setup.reducedPathText) {
-        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    }
-    SetupRefusal r = CheckPreparePaths(setup);
-    EXPECT_EQ(r.message.text, "The paths of the source and reduced files are identical; the "
-                              "files should be different.");
-    EXPECT_EQ(r.field, 5);
-    setup.reducedPathText = (dir / "red.txt").string();
-    setup.SourcePath = (dir / "none.txt").string();
-    r = CheckPreparePaths(setup);
-    EXPECT_EQ(r.message.text, "The specified Path/File name " + setup.SourcePath +
-                                  " cannot be accessed or is invalid.");
-    EXPECT_EQ(r.field, 10);
-    setup.SourcePath = (dir / "src.txt").string();
-    setup.reducedPathText = (dir / "no_such_folder" / "red.txt").string();
-    EXPECT_EQ(CheckPreparePaths(setup).message.text,
-              "Reduced file, the specified Path/File name '" + setup.reducedPathText +
-                  "' cannot be accessed or is invalid.");
-}
-
 TEST_F(ReductionSetupTest, StartReadsAndWritesBackTheSettings)
 {
     setup.intervalText = " 2.5 "; // rounds half to even
     setup.temperatureText = " 0.2 ";
     setup.nonTargetText = " .30 ";
-    setup.SpeciesTable[2].parameter = " 0.5";
+    setup.SpeciesTable[1].parameter = "1"; // 0 and 1 pass although the texts name (0, 1)
+    setup.SpeciesTable[2].parameter = " 0";
     ReductionRequest q;
     ASSERT_TRUE(BuildRequest(setup, q).empty());
     EXPECT_EQ(setup.intervalText, "2");
@@ -142,25 +76,76 @@ TEST_F(ReductionSetupTest, StartReadsAndWritesBackTheSettings)
     EXPECT_DOUBLE_EQ(q.temperatureParameter, 0.2);
     EXPECT_EQ(setup.nonTargetText, "0.3");
     EXPECT_EQ(q.targetSpecies, (std::vector<int>{1, 2, 3}));
-    EXPECT_EQ(q.speciesParameters, (std::vector<double>{0.1, 0.1, 0.5}));
+    EXPECT_EQ(q.speciesParameters, (std::vector<double>{0.1, 1, 0}));
     EXPECT_EQ(q.stepCount, 9);
+    EXPECT_EQ(q.reducedPath, setup.reducedPathText);
     setup.temperatureText = "";
+    setup.SpeciesTable[2].parameter = "";
     ASSERT_TRUE(BuildRequest(setup, q).empty());
     EXPECT_EQ(q.temperatureParameter, -1.0);
+    EXPECT_EQ(q.targetSpecies, (std::vector<int>{1, 2}));
 
-    for (const char* bad : {"0", "-3", "", "x"}) {
-        setup.intervalText = bad;
-        const SetupRefusal r = BuildRequest(setup, q);
-        EXPECT_EQ(r.message.text, "Interval of steps, please enter a positive integer. ") << bad;
-        EXPECT_EQ(r.field, 2);
+    const auto victim = WriteLines(dir / "victim.txt", {"keep me"});
+    EXPECT_TRUE(TestRedFile(victim).empty());
+    EXPECT_FALSE(std::filesystem::exists(victim)); // the trial destroys a file of that name
+}
+
+TEST_F(ReductionSetupTest, RefusalsCarryTheirTextAndFocus)
+{
+    const std::string species = "Bad value for the N2 parameter. If the species is a target, "
+                                "enter a number on the interval (0, 1). If the species is not a "
+                                "target, clear the table field.";
+    const std::string others = "Non target parameter, please enter a number on the interval "
+                               "(0, 1).";
+    const std::string interval = "Interval of steps, please enter a positive integer. ";
+    const std::string noAccess = "' cannot be accessed or is invalid.";
+    const std::string folder = (dir / "no_such_folder" / "red.txt").string();
+    using Edit = std::function<void(ReductionSetup&)>;
+    struct Case {
+        bool atPrepare; // CheckPreparePaths, else the checks at start
+        Edit edit;
+        std::string text;
+        int field, row;
+    };
+    const std::vector<Case> cases = {
+        {false, [](auto& s) { s.SpeciesTable[2].parameter = "1.5"; }, species, -1, 3},
+        {false, [](auto& s) { s.SpeciesTable[2].parameter = "abc"; }, species, -1, 3},
+        {false, [](auto& s) { s.temperatureText = "warm"; },
+         "Bad value for the temperature parameter. If temperature is a target, enter a number on "
+         "the interval (0, 1). If temperature is not a target, clear the textbox.", 0, 0},
+        {false, [](auto& s) { s.nonTargetText = ""; }, others, 1, 0},
+        {false, [](auto& s) { s.nonTargetText = "-0.1"; }, others, 1, 0},
+        {false, [](auto& s) { s.nonTargetText = "  "; }, others, 1, 0},
+        {false, [](auto& s) { ClearAll(s); s.nonTargetText = "0.3"; },
+         "Cannot start because no targets have been specified. For targets (temperature and/or "
+         "species), enter parameters on the interval (0,1).", -1, 0},
+        {false, [](auto& s) { s.intervalText = "0"; }, interval, 2, 0},
+        {false, [](auto& s) { s.intervalText = "-3"; }, interval, 2, 0},
+        {false, [](auto& s) { s.intervalText = ""; }, interval, 2, 0},
+        {false, [](auto& s) { s.intervalText = "x"; }, interval, 2, 0},
+        {false, [&](auto& s) { s.reducedPathText = (dir / "red.PG").string(); },
+         "Reduced file, the specified Path/File name cannot be accessed or is invalid.", 5, 0},
+        {false, [&](auto& s) { s.reducedPathText = dir.string(); },
+         "Reduced file, the specified Path/File name '" + dir.string() + noAccess, 5, 0},
+        {true, [](auto& s) { s.reducedPathText = shell::UCase(s.SourcePath); },
+         "The paths of the source and reduced files are identical; the files should be "
+         "different.", 5, 0},
+        {true, [&](auto& s) { s.SourcePath = (dir / "none.txt").string(); },
+         "The specified Path/File name " + (dir / "none.txt").string() + noAccess.substr(1), 10,
+         0},
+        {true, [&](auto& s) { s.reducedPathText = folder; },
+         "Reduced file, the specified Path/File name '" + folder + noAccess, 5, 0},
+    };
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        ReductionSetup s = setup;
+        cases[i].edit(s);
+        ReductionRequest q;
+        const SetupRefusal r = cases[i].atPrepare ? CheckPreparePaths(s) : BuildRequest(s, q);
+        EXPECT_EQ(r.message.text, cases[i].text) << "case " << i + 1;
+        EXPECT_EQ(r.message.style, 48) << "case " << i + 1;
+        EXPECT_EQ(r.field, cases[i].field) << "case " << i + 1;
+        EXPECT_EQ(r.row, cases[i].row) << "case " << i + 1;
     }
-    setup.intervalText = "1";
-    setup.nonTargetText = "  ";
-    EXPECT_EQ(BuildRequest(setup, q).field, 1);
-    setup.nonTargetText = "0.3";
-    setup.reducedPathText = (dir / "red.PG").string();
-    EXPECT_EQ(BuildRequest(setup, q).message.text,
-              "Reduced file, the specified Path/File name cannot be accessed or is invalid.");
 }
 
 TEST_F(ReductionSetupTest, SaveAndEnterSettings)
