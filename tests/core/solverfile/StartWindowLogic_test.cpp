@@ -103,23 +103,17 @@ TEST(StartWindowLogic, BoundsRangesAndSilentCorrections)
     const Case cases[] = {
         {{}, F::None, 0, nullptr, -2, {{F::Text4_5, "5000"}, {F::Text4_2, "1E-10"}}},
         // Step limit: the limit itself passes; a huge negative is refused without overflow.
-        {{{F::Text4_5, "100000"}}, F::None},
-        {{{F::Text4_5, "100001"}}, F::Text4_5, 2},
-        {{{F::Text4_5, "-1E300"}}, F::Text4_5, 2},
-        {{{F::Text4_5, "0"}}, F::Text4_5, 2},
+        {{{F::Text4_5, "100000"}}, F::None}, {{{F::Text4_5, "100001"}}, F::Text4_5, 2},
+        {{{F::Text4_5, "-1E300"}}, F::Text4_5, 2}, {{{F::Text4_5, "0"}}, F::Text4_5, 2},
         // Relative tolerance: closed interval at both ends.
-        {{{F::Text4_3, "1"}}, F::None},
-        {{{F::Text4_3, "1E-14"}}, F::None},
-        {{{F::Text4_3, "1.0001"}}, F::Text4_3, 1},
-        {{{F::Text4_3, "9E-15"}}, F::Text4_3, 1},
-        {{{F::Text1, "0"}}, F::Text1, 1, Positive},
-        {{{F::Text1, "-5"}}, F::Text1, 1},
+        {{{F::Text4_3, "1"}}, F::None}, {{{F::Text4_3, "1E-14"}}, F::None},
+        {{{F::Text4_3, "1.0001"}}, F::Text4_3, 1}, {{{F::Text4_3, "9E-15"}}, F::Text4_3, 1},
+        {{{F::Text1, "0"}}, F::Text1, 1, Positive}, {{{F::Text1, "-5"}}, F::Text1, 1},
         // Beyond the double range: refused as non-numeric. Large but finite values pass the
         // numeric checks and meet the range checks.
-        {{{F::Text1, "1E400"}}, F::Text1, 1},
+        {{{F::Text1, "1E400"}}, F::Text1, 1}, {{{F::Text3, "1E300"}}, F::Text3, 1},
         {{{F::Text4_1, "-1E999"}}, F::Text4_1, 1, "Final time, please enter a number."},
         {{{F::GridEX1, "1E500"}}, F::GridEX1, 1, Fractions, 0},
-        {{{F::Text3, "1E300"}}, F::Text3, 1},
         // Fractions: checked after the text fields and before the temperature interval.
         {{{F::GridEX1, "x", 1}, {F::GridEX1, "-1", 2}, {F::Text7, "7000"}}, F::GridEX1, 1,
          Fractions, 1},
@@ -133,18 +127,16 @@ TEST(StartWindowLogic, BoundsRangesAndSilentCorrections)
         // Temperature and time intervals; 0 passes as a minimum, the ends are included.
         {{{F::Text7, "-1"}}, F::Text7, 2,
          "Minimum value of the allowable temperature interval, please enter a positive number."},
-        {{{F::Text7, "0"}}, F::None},
+        {{{F::Text7, "0"}}, F::None}, {{{F::Text3, "6000"}}, F::None},
         {{{F::Text7, "6000"}}, F::Text7, 2,
          "Allowable temperature interval, the minimum value is equal to or greater than the "
          "maximum value. Enter a correct values."},
-        {{{F::Text3, "6000"}}, F::None},
         {{{F::Text3, "199.5"}, {F::Text6, "2500.25"}}, F::Text3, 1,
          "The initial temperature is outside of the interval (200, 2500.25). Enter a correct "
          "value."},
         {{{F::Text4_0, "1"}}, F::Text4_0, 1,
          "The initial time is equal to or greater than the final time. Enter correct values."},
-        {{{F::Text4_2, "-1E-9"}}, F::Text4_2, 1},
-        {{{F::Text4_2, "0"}}, F::None},
+        {{{F::Text4_2, "0"}}, F::None}, {{{F::Text4_2, "-1E-9"}}, F::Text4_2, 1},
         // Span 1 s: an initial step of 1 becomes 1/100 = 1.0E-02.
         {{{F::Text4_2, "1"}}, F::None, 0, nullptr, -2, {{F::Text4_2, "1.0E-02"}}},
         // 5 steps with output every 4th: raised to 3 x 4 = 12; 2 steps with output every
