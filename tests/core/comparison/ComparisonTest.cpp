@@ -24,6 +24,17 @@ protected:
     {
         return OpenFile(WriteLines(dir / name, lines), n, f);
     }
+    //! Opens and reads the species of lines: their marks, temperature first.
+    std::string Marks(const std::string& name, const Lines& lines)
+    {
+        EXPECT_TRUE(Open(name, lines).empty());
+        ReadSpecies(f);
+        std::string marks;
+        for (const auto& s : f.SpeciesList) {
+            marks += s[1];
+        }
+        return marks;
+    }
 };
 
 TEST_F(ComparisonLoadTest, OpenFileRefusalsKeepTheirWording)
@@ -54,34 +65,21 @@ TEST_F(ComparisonLoadTest, OpenFileRefusalsKeepTheirWording)
 TEST_F(ComparisonLoadTest, PressureStepMarkAndSpeciesMarks)
 {
     // pressure 2.5 atm, no step column, line 12 " 3 -1 3 7 !Targets T ..., H ..., AR ..."
-    ASSERT_TRUE(Open("a.txt", DataLines("comparison/no_step_column.txt")).empty());
+    EXPECT_EQ(Marks("a.txt", DataLines("comparison/no_step_column.txt")), "v**v***v**");
     EXPECT_DOUBLE_EQ(f.Pressure, 2.5);
     EXPECT_FALSE(f.HasStepMark);
-    ReadSpecies(f);
     EXPECT_EQ(f.speciesCount, 9);
     EXPECT_DOUBLE_EQ(f.Tolerance, 1e-12);
-    ASSERT_EQ(f.SpeciesList.size(), 10U);
-    EXPECT_EQ(f.SpeciesList[0][1], "v"); // -1 stands for temperature
     EXPECT_EQ(f.SpeciesList[3][0], "H");
-    EXPECT_EQ(f.SpeciesList[3][1], "v");
-    EXPECT_EQ(f.SpeciesList[7][1], "v");
-    EXPECT_EQ(f.SpeciesList[5][1], "*");
     EXPECT_DOUBLE_EQ(f.MolecularWeight[2], 31.998);
 
     // a count of 3 with only one number behind it marks that one; no "!" means no targets
     Lines lines = SmallSolved();
     lines[11] = " 3 5 !Targets";
-    ASSERT_TRUE(Open("b.txt", lines).empty());
+    EXPECT_EQ(Marks("b.txt", lines), "*****v****");
     EXPECT_TRUE(f.HasStepMark);
-    ReadSpecies(f);
-    EXPECT_EQ(f.SpeciesList[0][1], "*");
-    EXPECT_EQ(f.SpeciesList[5][1], "v");
     lines[11] = " 2 -1 5 Targets without comment mark";
-    ASSERT_TRUE(Open("c.txt", lines).empty());
-    ReadSpecies(f);
-    for (const auto& s : f.SpeciesList) {
-        EXPECT_EQ(s[1], "*") << s[0];
-    }
+    EXPECT_EQ(Marks("c.txt", lines), "**********");
     // a species count that does not fit is a fault, not an allocation; a target count far
     // beyond the numbers behind it reads the numbers that are there
     lines[9] = " 1E+300 !Species";
@@ -89,9 +87,7 @@ TEST_F(ComparisonLoadTest, PressureStepMarkAndSpeciesMarks)
     EXPECT_THROW(ReadSpecies(f), zarvion::Error);
     lines[9] = " 9 !Species";
     lines[11] = " 99999999999 -1 !Targets";
-    ASSERT_TRUE(Open("count.txt", lines).empty());
-    ReadSpecies(f);
-    EXPECT_EQ(f.SpeciesList[0][1], "v");
+    EXPECT_EQ(Marks("count.txt", lines), "v*********");
 }
 
 TEST(MergeSpecies, PairsByExactNameAndAppendsTheRest)
@@ -349,16 +345,14 @@ TEST_F(RedPlotFunctionTest, RelativeErrorAndItsRefusals)
     EXPECT_NEAR(c.y[2], 120.0 / 1200.0, 1e-12);
     EXPECT_EQ(c.y[3], NullValue);                    // file 2's last interval (3e-3, 4e-3)
 
-    c = RedPlotFunction(set, 2, set.MergedTable[1], s);
-    EXPECT_EQ(c.message.text, "File 2, the data for 'OH' is not available; the comparison "
-                              "cannot be performed.");
-    // file 2's refusal wins when both files lack the species
-    c = RedPlotFunction(set, 2, MergedRow{"XY", "", "", std::nullopt, std::nullopt}, s);
-    EXPECT_EQ(c.message.text, "File 2, the data for 'XY' is not available; the comparison "
-                              "cannot be performed.");
-    c = RedPlotFunction(set, 2, MergedRow{"Z", "", "*", std::nullopt, 1}, s);
-    EXPECT_EQ(c.message.text, "File 1, the data for 'Z' is not available; the comparison "
-                              "cannot be performed.");
+    // a species one file lacks; file 2's refusal wins when both lack it
+    const MergedRow neither{"XY", "", "", std::nullopt, std::nullopt};
+    for (const auto& [row, file] : {std::pair(set.MergedTable[1], "2"), std::pair(neither, "2"),
+                                    std::pair(MergedRow{"Z", "", "*", std::nullopt, 1}, "1")}) {
+        EXPECT_EQ(RedPlotFunction(set, 2, row, s).message.text,
+                  "File " + std::string(file) + ", the data for '" + row.name +
+                      "' is not available; the comparison cannot be performed.");
+    }
 
     // identical values everywhere: all errors vanish
     c = RedPlotFunction(set, 2, set.MergedTable[2], s);

@@ -16,9 +16,12 @@ namespace {
 
 using namespace zarvion::testing;
 
-class ReducedFileWriterTest : public ::testing::Test {
+//! The reduced file of the small set (the tables as a run leaves them) and CHEMKIN texts.
+class ReducedFileTest : public ::testing::Test {
 protected:
-    std::filesystem::path dir = FreshFolder("reduced_writer");
+    std::filesystem::path dir = FreshFolder("reduced_file");
+    std::filesystem::path file = dir / "mech.txt";
+    std::tm stamp = ClockAt(2014, 3, 5, 9, 7, 3);
     ReductionTables t;
     Lines source = SmallSolved();
 
@@ -37,18 +40,22 @@ protected:
     }
     shell::Message Write()
     {
-        return WriteReducedFile(t, 0.1, {0.05}, 0.3, ClockAt(2014, 3, 5, 14, 30, 0));
+        return WriteReducedFile(t, 0.1, {0.05}, 0.3, stamp);
+    }
+    ChemkinConversion Convert(const Lines& lines)
+    {
+        return ConvertReactions(WriteLines(file, lines), stamp);
     }
 };
 
-TEST_F(ReducedFileWriterTest, KeptRecordsRenumberedAndTargetsOnLine12)
+TEST_F(ReducedFileTest, KeptRecordsRenumberedAndTargetsOnLine12)
 {
     const auto m = Write();
     ASSERT_TRUE(m.empty()) << m.text;
     EXPECT_EQ(t.ReducedSpeciesCount, 7);
     EXPECT_EQ(t.ReducedReactionCount, 5);
     const Lines out = shell::ReadLines(t.ReducedPath);
-    EXPECT_EQ(out[0], " !$Zarvion Solver,  Mar 5 2014, 14:30:00");
+    EXPECT_EQ(out[0], " !$Zarvion Solver,  Mar 5 2014, 09:07:03");
     EXPECT_EQ(out[1], " ");
     EXPECT_EQ(out[2], " Don't modify this file, the file has a fixed format and is intended for "
                       "use in the Zarvion solver.");
@@ -85,7 +92,7 @@ TEST_F(ReducedFileWriterTest, KeptRecordsRenumberedAndTargetsOnLine12)
     EXPECT_LT(LineOf(out, " 2    H+O+M=OH+M"), static_cast<std::ptrdiff_t>(out.size()));
 }
 
-TEST_F(ReducedFileWriterTest, MissingEndRefusesAndWritesNothing)
+TEST_F(ReducedFileTest, MissingEndRefusesToWriteTheReducedFile)
 {
     Lines lines = source;
     lines[LineOf(lines, "!$Results   $$") - 2] = "ENDE";
@@ -111,16 +118,7 @@ TEST(TargetLine, SpeciesOnlyWithoutTemperature)
               " 2 1 4 !Targets CH4 1.000E-01, O2 2.500E-01, Others 3.000E-01");
 }
 
-class ChemkinConversionTest : public ::testing::Test {
-protected:
-    std::filesystem::path file = FreshFolder("chemkin") / "mech.txt";
-    ChemkinConversion Convert(const Lines& lines)
-    {
-        return ConvertReactions(WriteLines(file, lines), ClockAt(2014, 3, 5, 9, 7, 3));
-    }
-};
-
-TEST_F(ChemkinConversionTest, EveryRecordKindGivesItsChemkinLineAndResultsAreIgnored)
+TEST_F(ReducedFileTest, EveryRecordKindGivesItsChemkinLineAndResultsAreIgnored)
 {
     const ChemkinConversion c = Convert(SmallSolved());
     ASSERT_TRUE(c.ok()) << c.message.text;
@@ -136,7 +134,7 @@ TEST_F(ChemkinConversionTest, EveryRecordKindGivesItsChemkinLineAndResultsAreIgn
     }
 }
 
-TEST_F(ChemkinConversionTest, LongTextIsNotPaddedAndEqualParticipantsAreDuplicates)
+TEST_F(ReducedFileTest, ChemkinLongTextIsNotPaddedAndEqualParticipantsAreDuplicates)
 {
     // reaction 2 of this file is three times a 17-character name on each side
     ChemkinConversion c = Convert(DataLines("reduction/long_name.txt"));
@@ -155,7 +153,7 @@ TEST_F(ChemkinConversionTest, LongTextIsNotPaddedAndEqualParticipantsAreDuplicat
     EXPECT_EQ(c.lines[10].substr(0, 26), " H + O2 + M <=> O + OH + M");
 }
 
-TEST_F(ChemkinConversionTest, RefusalsCarryTheirExactTextsAndFaultsThrow)
+TEST_F(ReducedFileTest, ChemkinRefusalsCarryTheirExactTextsAndFaultsThrow)
 {
     const Lines good = SmallBare();
     const std::ptrdiff_t reactionsAt = LineOf(good, "REACTIONS");
