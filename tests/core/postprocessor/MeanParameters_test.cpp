@@ -1,5 +1,6 @@
 #include "PostprocessorFixture.h"
 
+#include "postprocessor/DataViews.h"
 #include "postprocessor/MeanParameters.h"
 #include "postprocessor/PlotData.h"
 
@@ -10,40 +11,36 @@
 namespace zarvion::postprocessor {
 namespace {
 
-using testing::Codata;
-using testing::FixtureState;
-using testing::FourRows;
-using testing::MakeResults;
+using namespace testing;
 
 const double Rgd = Codata().gasConstantDensity(); // 82.057366 cm^3 atm/(mol K)
+const double Ctot = 1.0 / (Rgd * 1000.0);          // P / (R T) at 1 atm, 1000 K [mol/cm^3]
+const double Rho = Ctot / 0.04;                    // Ctot / S [g/cm^3]
 
 TEST(MoleFract, FourUnitsAgainstHandValues)
 {
     PostprocessorState st(MakeResults(FourRows()), Codata());
-    const double rho = 1.0 / (Rgd * 1000.0) / 0.04; // P / (R T) / S [g/cm^3]
     const double yA[4] = {0.3, 0.2, 0.1, 0.05};
-
-    const CurveData mass = MoleFract(st, KindMassFraction, 3, "A");
-    const CurveData molg = MoleFract(st, KindMolesPerGram, 3, "A");
-    const CurveData conc = MoleFract(st, KindConcentration, 3, "A");
-    const CurveData mole = MoleFract(st, KindMoleFraction, 3, "A");
-    ASSERT_EQ(mole.values.size(), 4u);
-    for (int k = 0; k < 4; ++k) {
-        // Tolerance: the rows carry 10 significant digits.
-        EXPECT_NEAR(mass.values[k], yA[k], 1e-12);
-        EXPECT_NEAR(molg.values[k], yA[k] / 20.0, 1e-12);
-        EXPECT_NEAR(conc.values[k], yA[k] * rho / 20.0, 1e-9 * yA[k] * rho / 20.0);
-        EXPECT_NEAR(mole.values[k], yA[k] * 1.25, 1e-9);
+    // x = y / (W S) = 1.25 y; [A] = y rho / W. Tolerance: the rows carry 10 digits.
+    const struct {
+        int kind;
+        const char* label;
+        double factor;
+    } units[] = {{KindMassFraction, "A, Mass Fraction", 1.0},
+                 {KindMolesPerGram, "{A} (mol/g)", 1.0 / 20.0},
+                 {KindConcentration, "[A], (mol/cm^3)", Rho / 20.0},
+                 {KindMoleFraction, "A, Mole Fraction", 1.25}};
+    for (const auto& u : units) {
+        const CurveData d = MoleFract(st, u.kind, 3, "A");
+        EXPECT_EQ(d.label, u.label);
+        ASSERT_EQ(d.values.size(), 4u);
+        for (int k = 0; k < 4; ++k)
+            EXPECT_NEAR(d.values[k], u.factor * yA[k], 1e-9 * u.factor * yA[k]) << u.label;
     }
-    EXPECT_EQ(mass.label, "A, Mass Fraction");
-    EXPECT_EQ(molg.label, "{A} (mol/g)");
-    EXPECT_EQ(conc.label, "[A], (mol/cm^3)");
-    EXPECT_EQ(mole.label, "A, Mole Fraction");
-
     st.ConcentrationUnit = 1;
     st.ScaleY = 1000.0;
     const CurveData perMolecule = MoleFract(st, KindConcentration, 3, "A");
-    EXPECT_NEAR(perMolecule.values[0], 0.3 * rho / 20.0 * 6.02214076E+23, 1e-9 * perMolecule.values[0]);
+    EXPECT_NEAR(perMolecule.values[0], 0.3 * Rho / 20.0 * 6.02214076E+23, 1e-9 * perMolecule.values[0]);
     EXPECT_EQ(perMolecule.label, "[A], (1/cm^3) x 1.00E+03");
     EXPECT_EQ(MoleFract(st, KindMoleFraction, 3, "A", {true, false}).label,
               "Log10 A, Mole Fraction x 1.00E+03");
@@ -51,14 +48,13 @@ TEST(MoleFract, FourUnitsAgainstHandValues)
 
 TEST(MoleFract, TextModeZeroesValuesUnderTheThreshold)
 {
-    testing::FixtureOptions o;
+    FixtureOptions o;
     o.absoluteTolerance = 8.0; // zero threshold 0.08: yA = 0.05 of the last row counts as zero
     PostprocessorState st(MakeResults(FourRows(), o), Codata());
     const CurveData text = MoleFract(st, KindMoleFraction, 3, "A", {false, true});
     EXPECT_NEAR(text.values[2], 0.125, 1e-9);
     EXPECT_EQ(text.values[3], 0.0);
-    const CurveData b = MoleFract(st, KindMoleFraction, 4, "B", {false, true});
-    EXPECT_EQ(b.values[0], 0.0);
+    EXPECT_EQ(MoleFract(st, KindMoleFraction, 4, "B", {false, true}).values[0], 0.0);
     // Without the text option the value stays; the chart filter drops it later.
     EXPECT_NEAR(MoleFract(st, KindMoleFraction, 3, "A").values[3], 0.0625, 1e-9);
 }
@@ -68,27 +64,24 @@ TEST(MeanParameters, SixItemsAgainstHandValues)
     PostprocessorState st(MakeResults(FourRows()), Codata());
     const double R = 8.314462618;
     // Sum of x_i h_i/RT with h/RT = 3.5 + a6/T: 0.375*4.5 + 0.625*3.5 = 3.875 in row 1, then
-    // 3.125, 2.375, 2.0 (hand calculation); H = sum x T R / 1000 [kJ/mol].
+    // 3.125, 2.375, 2.0 (hand calculation); H = sum x T R / 1000 [kJ/mol]. M = 1 / S.
     const double hSum[4] = {3.875, 3.125, 2.375, 2.0};
-    const CurveData T = MEANVALF(st, 1, false);
-    const CurveData C = MEANVALF(st, 2, false);
-    const CurveData Ro = MEANVALF(st, 3, false);
-    const CurveData M = MEANVALF(st, 4, false);
-    const CurveData H = MEANVALF(st, 5, false);
-    const CurveData Cp = MEANVALF(st, 6, false);
-    for (int k = 0; k < 4; ++k) {
-        EXPECT_DOUBLE_EQ(T.values[k], 1000.0);
-        EXPECT_NEAR(C.values[k], 1.0 / (Rgd * 1000.0), 1e-15);
-        EXPECT_NEAR(Ro.values[k], 1.0 / (Rgd * 1000.0) / 0.04, 1e-15);
-        EXPECT_NEAR(M.values[k], 25.0, 1e-8);
-        EXPECT_NEAR(H.values[k], hSum[k] * R, 1e-7);
-        EXPECT_NEAR(Cp.values[k], 3.5 * R, 1e-7);
+    const struct {
+        int item;
+        const char* label;
+        double value, tolerance;
+    } items[] = {{1, "T (K)", 1000.0, 1e-12}, {2, "Ctot (mol/cm^3)", Ctot, 1e-15},
+                 {3, "", Rho, 1e-15},           {4, "", 25.0, 1e-8},
+                 {5, "H (kJ/mol)", R, 1e-7},    {6, "Cp (J/K mol)", 3.5 * R, 1e-7}};
+    for (const auto& i : items) {
+        SCOPED_TRACE(i.item);
+        const CurveData d = MEANVALF(st, i.item, false);
+        if (*i.label) EXPECT_EQ(d.label, i.label);
+        ASSERT_EQ(d.values.size(), 4u);
+        for (int k = 0; k < 4; ++k) // H: R times the hand sums
+            EXPECT_NEAR(d.values[k], i.value * (i.item == 5 ? hSum[k] : 1.0), i.tolerance);
     }
-    EXPECT_EQ(T.label, "T (K)");
-    EXPECT_EQ(C.label, "Ctot (mol/cm^3)");
-    EXPECT_EQ(Ro.name, "Density ");
-    EXPECT_EQ(H.label, "H (kJ/mol)");
-    EXPECT_EQ(Cp.label, "Cp (J/K mol)");
+    EXPECT_EQ(MEANVALF(st, 3, false).name, "Density ");
 
     st.EnergyUnit = false;
     st.ConcentrationUnit = 1;
@@ -96,7 +89,7 @@ TEST(MeanParameters, SixItemsAgainstHandValues)
     EXPECT_NEAR(MEANVALF(st, 6, false).values[0], 3.5 * 1.987204259, 1e-7);
     EXPECT_EQ(MEANVALF(st, 6, true).label, "Log10 Cp (cal/K mol)");
     EXPECT_EQ(MEANVALF(st, 2, false).label, "Ctot (1/cm^3)");
-    EXPECT_NEAR(MEANVALF(st, 2, false).values[0], 6.02214076E+23 / (Rgd * 1000.0), 1e8);
+    EXPECT_NEAR(MEANVALF(st, 2, false).values[0], 6.02214076E+23 * Ctot, 1e8);
     EXPECT_EQ(HabdCpUnits(true), (std::array<std::string, 2>{"kJ/mol", "J/K mol"}));
 }
 
@@ -104,21 +97,17 @@ TEST(MeanParameters, ColdAndEmptyRows)
 {
     // Row 2 below 100 K: H and Cp are 0. Row 3 has no species at all: S = 0, M, H, Cp are
     // passed over, while T and Ctot need no species.
-    std::vector<FixtureState> s{{0.0, 1000.0, {0.3, 0.0, 0.7, 0.0}},
-                                {1.0, 90.0, {0.3, 0.0, 0.7, 0.0}},
-                                {2.0, 1000.0, {0.0, 0.0, 0.0, 0.0}},
-                                {3.0, 1000.0, {0.3, 0.0, 0.7, 0.0}}};
-    PostprocessorState st(MakeResults(s), Codata());
-    const MeanTable t = MeanParameterTable(st);
+    const std::vector<double> y{0.3, 0.0, 0.7, 0.0};
+    const MeanTable t = MeanParameterTable(PostprocessorState(
+        MakeResults({{0.0, 1000.0, y}, {1.0, 90.0, y}, {2.0, 1000.0, {0, 0, 0, 0}}, {3.0, 1000.0, y}}),
+        Codata()));
     ASSERT_EQ(t.rows.size(), 4u);
     EXPECT_EQ(t.rows[1][4], 0.0);
     EXPECT_EQ(t.rows[1][5], 0.0);
     EXPECT_NEAR(t.rows[1][3], 25.0, 1e-8);
-    EXPECT_TRUE(std::isnan(t.rows[2][3]));
-    EXPECT_TRUE(std::isnan(t.rows[2][4]));
-    EXPECT_TRUE(std::isnan(t.rows[2][5]));
+    for (int item : {3, 4, 5}) EXPECT_TRUE(std::isnan(t.rows[2][item])) << item;
     EXPECT_DOUBLE_EQ(t.rows[2][0], 1000.0);
-    EXPECT_NEAR(t.rows[2][1], 1.0 / (Rgd * 1000.0), 1e-15);
+    EXPECT_NEAR(t.rows[2][1], Ctot, 1e-15);
 }
 
 TEST(MeanParameters, EvaluateSpeciesThermoBranchesAndGuards)
@@ -127,7 +116,7 @@ TEST(MeanParameters, EvaluateSpeciesThermoBranchesAndGuards)
     c[1] = 3.0;  // high range: cp/R = 3
     c[8] = 4.0;  // low range: cp/R = 4
     c[14] = 2.0; // low a7
-    SpeciesThermo at = EvaluateSpeciesThermo(c, 1000.0, 1000.0, "X", 100.0);
+    const SpeciesThermo at = EvaluateSpeciesThermo(c, 1000.0, 1000.0, "X", 100.0);
     EXPECT_TRUE(at.ok);
     EXPECT_DOUBLE_EQ(at.cpOverR, 4.0); // T equal to the common temperature: low range
     EXPECT_NEAR(at.sOverR, 4.0 * std::log(1000.0) + 2.0, 1e-12);
@@ -143,8 +132,7 @@ TEST(MeanParameters, EvaluateSpeciesThermoBranchesAndGuards)
     EXPECT_EQ(none.cpOverR, 0.0);
     EXPECT_TRUE(none.error.empty());
     c[12] = 1e300; // a5 of the low range overflows
-    const SpeciesThermo bad = EvaluateSpeciesThermo(c, 500.0, 1000.0, "HO2", 100.0);
-    EXPECT_EQ(bad.error.text,
+    EXPECT_EQ(EvaluateSpeciesThermo(c, 500.0, 1000.0, "HO2", 100.0).error.text,
               "Mod1#006. Calculation error for thermodynamic functions of the species 'HO2'");
 }
 
@@ -189,6 +177,62 @@ TEST(PloConcentration, NothingToPlotMessages)
     zeros.values[2] = -1.0; // a negative value is plotted on a linear axis, not on a log one
     EXPECT_TRUE(PloConcentration(st, zeros, false).ok());
     EXPECT_FALSE(PloConcentration(st, zeros, true).ok());
+}
+
+// The golden files are written by hand from the layout: slot "@@@@@@", time through
+// "0.00000000E+00" in 18, values in 13 (names of 12 symbols) or 15 (mean parameters).
+TEST(DataViews, SpeciesAndMeanParameterLayoutsByteForByte)
+{
+    PostprocessorState st(MakeResults(FourRows()), Codata());
+    const DataViewContext ctx{"fixture.txt", GoldenDate()};
+    const DataView v = SpeciesData(st, {1, 2, 4}, 0, "Mole fraction", 12, ctx);
+    ASSERT_TRUE(v.ok());
+    EXPECT_EQ(v.title, "Species");
+    EXPECT_EQ(v.text, ReadGolden("mole_fraction_view.txt"));
+    const DataView m = MEANVALFTAB(st, ctx);
+    ASSERT_TRUE(m.ok());
+    EXPECT_EQ(m.title, "Mean Parameters");
+    EXPECT_EQ(m.text, ReadGolden("mean_parameters_view.txt"));
+}
+
+TEST(DataViews, SixteenSymbolsThinningAndUnits)
+{
+    PostprocessorState st(MakeResults(FourRows()), Codata());
+    st.ShowEvery = 2; // slots: rows 1 and 3, then the end row 4
+    st.UsedData();
+    const DataViewContext ctx{"fixture.txt", GoldenDate(), "\n"};
+    const DataView v = SpeciesData(st, {3}, 1, "Mass fraction", 16, ctx);
+    const std::string expectedTail = "    No          Time sec                N\n"
+                                     "     1    0.00000000E+00        7.000E-01\n"
+                                     "     2    1.00000000E+00        7.000E-01\n"
+                                     "     3    1.50000000E+00        7.000E-01\n";
+    ASSERT_GE(v.text.size(), expectedTail.size());
+    EXPECT_EQ(v.text.substr(v.text.size() - expectedTail.size()), expectedTail);
+
+    st.ConcentrationUnit = 1;
+    st.EnergyUnit = false;
+    const DataView m = MEANVALFTAB(st, ctx);
+    EXPECT_NE(m.text.find("     C (1/cm^3)   H (kcal/mol) Cp (cal/K mol)\n"), std::string::npos)
+        << m.text;
+}
+
+TEST(DataViews, SelectionLimitOfTenAndValueFormat)
+{
+    PostprocessorState st(MakeResults(FourRows()), Codata());
+    EXPECT_EQ(CheckSpeciesSelection(0).text, "In the table there are no selected rows.");
+    EXPECT_TRUE(CheckSpeciesSelection(10).empty());
+    const shell::Message m = CheckSpeciesSelection(11);
+    EXPECT_EQ(m.text, "You can view the numeric data for no more than 10 species; \n"
+                      "you are attempting to view 11.");
+    EXPECT_EQ(m.style, shell::StyleWarning);
+    const DataView v =
+        SpeciesData(st, std::vector<int>(11, 1), 0, "Mole fraction", 12, {"fixture.txt", GoldenDate()});
+    EXPECT_FALSE(v.ok());
+    EXPECT_TRUE(v.text.empty());
+
+    EXPECT_EQ(AllData(0.0, 13), "            0");
+    EXPECT_EQ(AllData(1.23456e-7, 13), "    1.235E-07");
+    EXPECT_EQ(AllData(-2.5, 17), "       -2.500E+00");
 }
 
 } // namespace

@@ -12,7 +12,8 @@
 
 #include <cmath>
 #include <cstdio>
-#include <functional>
+#include <ctime>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -24,17 +25,24 @@ inline SessionConstants Codata()
                                         101.325);
 }
 
-//! The 16-character field of the results writer: sign character, then d.dddddddddE+dd.
-inline std::string Field16(double v)
+//! A golden text from tests/data/postprocessor, written by hand from the layout.
+inline std::string ReadGolden(const std::string& name)
 {
-    char buf[32];
-    std::snprintf(buf, sizeof buf, "%.9E", std::fabs(v));
-    return std::string(v < 0 ? "-" : " ") + buf;
+    std::ifstream in(ZARVION_SOURCE_DIR "/tests/data/postprocessor/" + name, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
-inline std::string RightIn(const std::string& s, std::size_t width)
+//! The date of the golden texts: 5 March 2026, 14:07:09.
+inline std::tm GoldenDate()
 {
-    return s.size() >= width ? s : std::string(width - s.size(), ' ') + s;
+    std::tm t{};
+    t.tm_year = 126;
+    t.tm_mon = 2;
+    t.tm_mday = 5;
+    t.tm_hour = 14;
+    t.tm_min = 7;
+    t.tm_sec = 9;
+    return t;
 }
 
 struct FixtureState {
@@ -45,78 +53,72 @@ struct FixtureState {
 
 struct FixtureOptions {
     int temperatureMode = 0;
-    double pressureAtm = 1.0;
     double absoluteTolerance = 1e-12;
     bool onlyFirstReaction = false;
 };
 
-inline constexpr double A6[4] = {1000.0, -5000.0, 0.0, 0.0};
-inline constexpr double Weight[4] = {20.0, 20.0, 28.0, 10.0};
-
-//! A ResultSet in the form the results reader leaves it, rows rebuilt with the density.
+//! A ResultSet in the form the results reader leaves it (1 atm), rows rebuilt in the writer's
+//! geometry: fields " d.dddddddddE+dd" 16 wide, the density "%.7E" in 17.
 inline ResultSet MakeResults(const std::vector<FixtureState>& states, FixtureOptions o = {})
 {
-    const SessionConstants c = Codata();
+    const double a6[4] = {1000.0, -5000.0, 0.0, 0.0}, weight[4] = {20.0, 20.0, 28.0, 10.0};
     ResultSet r;
     r.SpeciesCount = 4;
     r.columnCount = 7;
-    r.pressureAtm = o.pressureAtm;
+    r.pressureAtm = 1.0;
     r.TemperatureMode = o.temperatureMode;
     r.initialTemperature = states.front().T;
     r.finalTimeText = "1";
     r.absoluteTolerance = o.absoluteTolerance;
     r.zeroThreshold = 0.01 * o.absoluteTolerance;
     r.GasConstantEnergy = 1.987204259;
-    r.gasConstantDensity = c.gasConstantDensity();
-    r.GasConstantConc = r.gasConstantDensity;
-    const char* names[4] = {"A", "B", "N", "Z"};
+    r.gasConstantDensity = r.GasConstantConc = Codata().gasConstantDensity();
     for (int i = 0; i < 4; ++i) {
         solverfile::ThermoRecord t{};
         t[1] = t[8] = 3.5;
-        t[6] = t[13] = A6[i];
-        t[15] = Weight[i];
-        t[16] = 300;
-        t[17] = 5000;
+        t[6] = t[13] = a6[i];
+        t[15] = weight[i];
         t[18] = 1000;
         r.thermo.push_back(t);
     }
-    auto reaction = [&](std::vector<int> left, std::vector<int> right, int reversible, double A,
-                        const char* text) {
+    // Reactants l1 + l2, products p1 + p2 (species numbers, 0 for none).
+    auto reaction = [&](int l1, int l2, int p1, int p2, int reversible, double A, const char* txt) {
         solverfile::ReactionInts ints{};
         solverfile::ReactionReals reals{};
-        for (std::size_t s = 0; s < left.size(); ++s) ints[1 + s] = left[s];
-        for (std::size_t s = 0; s < right.size(); ++s) ints[4 + s] = right[s];
-        ints[10] = static_cast<int>(left.size());
-        ints[11] = static_cast<int>(right.size());
+        ints[1] = l1;
+        ints[2] = l2;
+        ints[4] = p1;
+        ints[5] = p2;
+        ints[10] = l2 ? 2 : 1;
+        ints[11] = p2 ? 2 : 1;
         ints[16] = reversible;
         reals[1] = A;
         r.ReactionInts.push_back(ints);
         r.ReactionReals.push_back(reals);
-        r.ReactionTexts.push_back(text);
+        r.ReactionTexts.push_back(txt);
     };
-    reaction({1}, {2}, 0, 2.0, "A=>B");
+    reaction(1, 0, 2, 0, 0, 2.0, "A=>B");
     if (!o.onlyFirstReaction) {
-        reaction({1, 3}, {2, 3}, 1, 1e5, "A+N<=>B+N");
-        reaction({2, 3}, {2, 3}, 0, 1.0, "B+N=>B+N");
+        reaction(1, 3, 2, 3, 1, 1e5, "A+N<=>B+N");
+        reaction(2, 3, 2, 3, 0, 1.0, "B+N=>B+N");
     }
     r.ReactionCount = static_cast<int>(r.ReactionTexts.size());
     r.columnNames = {"Time(s)", "T(K)", "Ro", "A", "B", "N", "Z"};
 
-    std::string head = RightIn("Time(s)", 16) + " " + RightIn("T(K)", 16) + "Ro mass          ";
-    for (int i = 0; i < 4; ++i) head += RightIn(names[i], 16) + " ";
-    r.rows.push_back(head);
+    char line[256];
+    std::snprintf(line, sizeof line, "%16s %16sRo mass          %16s %16s %16s %16s ", "Time(s)",
+                  "T(K)", "A", "B", "N", "Z");
+    r.rows.push_back(line);
     r.density.push_back(0);
     r.stepSize.push_back(0);
     double previous = states.front().time;
     for (const FixtureState& s : states) {
-        double S = 0;
-        for (int i = 0; i < 4; ++i) S += s.y[i] / Weight[i];
-        const double rho = o.pressureAtm / (r.gasConstantDensity * s.T) / S;
-        char dens[32];
-        std::snprintf(dens, sizeof dens, "%.7E", rho);
-        std::string row = Field16(s.time).substr(0, 16) + " " + Field16(s.T) + RightIn(dens, 17);
-        for (int i = 0; i < 4; ++i) row += Field16(s.y[i]) + " ";
-        r.rows.push_back(row);
+        const auto& y = s.y;
+        const double S = y[0] / 20.0 + y[1] / 20.0 + y[2] / 28.0 + y[3] / 10.0;
+        const double rho = r.pressureAtm / (r.gasConstantDensity * s.T) / S;
+        std::snprintf(line, sizeof line, "% .9E % .9E%17.7E% .9E % .9E % .9E % .9E ", s.time, s.T,
+                      rho, y[0], y[1], y[2], y[3]);
+        r.rows.push_back(line);
         r.density.push_back(rho);
         r.stepSize.push_back(s.time - previous);
         previous = s.time;

@@ -7,29 +7,21 @@
 namespace zarvion::postprocessor {
 namespace {
 
-using testing::Codata;
-using testing::FixtureState;
-using testing::MakeResults;
+using namespace testing;
 
 //! Ten data rows at t = 0, 1, ..., 9 s.
 ResultSet TenRows()
 {
     std::vector<FixtureState> s;
-    for (int k = 0; k < 10; ++k) {
-        s.push_back({static_cast<double>(k), 1000.0, {0.3, 0.0, 0.7, 0.0}});
-    }
+    for (int k = 0; k < 10; ++k) s.push_back({static_cast<double>(k), 1000.0, {0.3, 0.0, 0.7, 0.0}});
     return MakeResults(s);
 }
-
-std::vector<int> Rows(const PostprocessorState& st) { return st.UsedRows; }
 
 TEST(UsedData, WholeTableOnLoad)
 {
     PostprocessorState st(TenRows(), Codata());
-    EXPECT_EQ(st.IntervalFirst, 1);
-    EXPECT_EQ(st.IntervalLast, 10);
-    EXPECT_EQ(st.pointCount, 10);
-    EXPECT_EQ(st.UsedCount, 10);
+    EXPECT_EQ((std::array{st.IntervalFirst, st.IntervalLast, st.pointCount, st.UsedCount}),
+              (std::array{1, 10, 10, 10}));
     EXPECT_EQ(st.UsedTimes.front(), "0.000000000E+00");
     EXPECT_EQ(st.UsedTimes.back(), "9.000000000E+00");
     ASSERT_EQ(st.UsedDensity.size(), 10u);
@@ -57,7 +49,7 @@ TEST(UsedData, IntervalBoundsWithToleranceAndLoweredStart)
         st.IntervalBegin = c.begin;
         st.IntervalEnd = c.end;
         st.UsedData();
-        EXPECT_EQ(Rows(st), c.rows);
+        EXPECT_EQ(st.UsedRows, c.rows);
         EXPECT_EQ(st.IntervalFirst, c.rows.front());
         EXPECT_EQ(st.IntervalLast, c.rows.back());
         EXPECT_EQ(st.pointCount, static_cast<int>(c.rows.size()));
@@ -71,16 +63,16 @@ TEST(UsedData, ThinningKeepsTheEndOnTheList)
     PostprocessorState st(TenRows(), Codata());
     st.ShowEvery = 3; // 10 rows: 1, 4, 7, 10 - the end is on the list once
     st.UsedData();
-    EXPECT_EQ(Rows(st), (std::vector<int>{1, 4, 7, 10}));
+    EXPECT_EQ(st.UsedRows, (std::vector<int>{1, 4, 7, 10}));
     EXPECT_EQ(st.UsedCount, 4);
     st.ShowEvery = 4; // 1, 5, 9, then the end appended
     st.UsedData();
-    EXPECT_EQ(Rows(st), (std::vector<int>{1, 5, 9, 10}));
+    EXPECT_EQ(st.UsedRows, (std::vector<int>{1, 5, 9, 10}));
     EXPECT_EQ(st.UsedTimes.back(), "9.000000000E+00");
     // 10 / 6 < 2: nothing is rebuilt, the lists of the last call stay.
     st.ShowEvery = 6;
     st.UsedData();
-    EXPECT_EQ(Rows(st), (std::vector<int>{1, 5, 9, 10}));
+    EXPECT_EQ(st.UsedRows, (std::vector<int>{1, 5, 9, 10}));
     EXPECT_EQ(st.pointCount, 10);
 }
 
@@ -108,16 +100,14 @@ TEST(PostprocessorFields, TabGetFChecksAndApplies)
     EXPECT_TRUE(st.TabGetF(f).empty());
     EXPECT_DOUBLE_EQ(st.ScaleX, 2.0);
     EXPECT_TRUE(st.LogX);
-    EXPECT_EQ(Rows(st), (std::vector<int>{3, 4, 5, 6}));
+    EXPECT_EQ(st.UsedRows, (std::vector<int>{3, 4, 5, 6}));
 }
 
 TEST(PostprocessorFields, ScaleChecks)
 {
-    for (const char* bad : {"", "  ", "x1", "0", "0.0"}) {
+    for (const char* bad : {"", "  ", "x1", "0", "0.0"})
         EXPECT_EQ(CheckScaleY(bad, false).message.text,
-                  "Scaling factor, please enter a nonzero number.")
-            << bad;
-    }
+                  "Scaling factor, please enter a nonzero number.") << bad;
     EXPECT_EQ(CheckScaleY("-1", true).message.text,
               "Scaling factor for logarithmic Y-axis, please enter a positive number.");
     const FieldCheck ok = CheckScaleY("-1", false);
@@ -140,9 +130,7 @@ TEST(PostprocessorFields, FindSpecAndReset)
     // The head's names T(K) and Ro are no species.
     EXPECT_FALSE(st.FindSpec("Ro", m).has_value());
 
-    const auto [begin, end] = st.Reset();
-    EXPECT_EQ(begin, "0.000000E+00  ");
-    EXPECT_EQ(end, "9.000000E+00  ");
+    EXPECT_EQ(st.Reset(), (std::pair<std::string, std::string>{"0.000000E+00  ", "9.000000E+00  "}));
 }
 
 } // namespace

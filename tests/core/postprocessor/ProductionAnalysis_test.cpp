@@ -1,6 +1,7 @@
 #include "PostprocessorFixture.h"
 
 #include "postprocessor/ProductionAnalysis.h"
+#include "postprocessor/Ranking.h"
 #include "postprocessor/RowFields.h"
 
 #include <gtest/gtest.h>
@@ -11,18 +12,14 @@
 namespace zarvion::postprocessor {
 namespace {
 
-using testing::Codata;
-using testing::DecayStates;
-using testing::MakeResults;
+using namespace testing;
 
 //! Integrates g over rows p..e of a grid of times t[1..n] (t[0] unused) with the integrator.
 double Integrate(const std::vector<double>& t, int p, int e, const std::function<double(double)>& g)
 {
     const int rowCount = static_cast<int>(t.size());
     std::vector<double> h(t.size(), 0.0);
-    for (int k = 2; k < rowCount; ++k) {
-        h[k] = t[k] - t[k - 1];
-    }
+    for (int k = 2; k < rowCount; ++k) h[k] = t[k] - t[k - 1];
     ProductionIntegrator integ(h, rowCount, p, e, 1);
     for (int k = integ.firstRow(); k <= integ.lastRow(); ++k) {
         const double v = g(t[k]);
@@ -31,52 +28,84 @@ double Integrate(const std::vector<double>& t, int p, int e, const std::function
     return integ.integrals()[0];
 }
 
-std::vector<double> UnevenGrid(int n)
+TEST(Ranking, SortsByDescendingMagnitudeKeepingTiesInOrder)
 {
-    std::vector<double> t{0.0};
-    double x = 0.0;
-    for (int k = 1; k <= n; ++k) {
-        t.push_back(x);
-        x += 0.05 + 0.04 * std::sin(1.7 * k); // steps between 0.01 and 0.09
+    // Ties (|-2| = |2|, three zeros) must keep ascending numbers, as a neighbour exchange
+    // with a strict test leaves them; a NaN ranks below every number and never breaks it.
+    using Row = std::pair<int, double>;
+    auto numbers = [](std::vector<Row> rows) {
+        SortRowsByMagnitude(rows, [](const Row& r) { return r.second; });
+        std::vector<int> out;
+        for (const Row& r : rows) out.push_back(r.first);
+        return out;
+    };
+    EXPECT_EQ(numbers({{1, 0.0}, {2, -2.0}, {3, 5.0}, {4, 2.0}, {5, 0.0}, {6, -7.5}, {7, 0.0}}),
+              (std::vector<int>{6, 3, 2, 4, 1, 5, 7}));
+    EXPECT_EQ(numbers({{1, std::nan("")}, {2, 1.0}, {3, std::nan("")}, {4, -3.0}}),
+              (std::vector<int>{4, 2, 1, 3}));
+    // Numeric rows ranked on one cell move whole; the tie 2, 3 keeps the earlier number first.
+    std::vector<std::vector<double>> table{{1, 0, 1e-3}, {2, 0, -1e-2}, {3, 0, 1e-2}, {4, 0, 1}};
+    SortRowsByMagnitude(table, 2);
+    EXPECT_EQ(table, (std::vector<std::vector<double>>{{4, 0, 1}, {2, 0, -1e-2}, {3, 0, 1e-2},
+                                                       {1, 0, 1e-3}}));
+}
+
+TEST(Ranking, CutoffCountLimitsAndTail)
+{
+    // Hand calculations of the cut-off: t = p x total; rows are dropped from the end while
+    // their sum does not exceed t, and the last dropped row comes back when above 0.3 t.
+    struct Case {
+        std::vector<double> values;
+        double p;
+        std::size_t count;
+    };
+    const std::vector<double> v{5.0, -3.0, 1.0, 1.0}; // total 10
+    const std::vector<Case> cases = {
+        {v, 1.0, 0}, {v, 1.5, 0}, {v, 0.0, 4}, {v, -0.1, 4}, {{}, 0.5, 0},
+        {{0.0, 0.0, 0.0}, 0.5, 0}, // zero allowance
+        {{0.0, 0.0, 0.0}, 0.0, 3}, // p = 0 keeps even zero rows
+        // t = 2.5: tail 1, 2, 5 > 2.5 at row 2, n = 2; row 3: 1 / 2.5 = 0.4 > 0.3, n = 3
+        {v, 0.25, 3},
+        // t = 4.5: tail 1, 2, 5 > 4.5 at row 2; row 3: 1 / 4.5 = 0.222 <= 0.3, n = 2
+        {v, 0.45, 2},
+        // t = 0.5: the last row alone exceeds it, n = count
+        {v, 0.05, 4},
+        // total 10, t = 3 equal to the tail sum 1 + 2 is not exceeded; row 2: 2/3 > 0.3
+        {{7.0, 2.0, 1.0}, 0.3, 2},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(::testing::Message() << "p = " << c.p << ", " << c.values.size() << " rows");
+        EXPECT_EQ(CutoffCount(c.values, c.p), c.count);
     }
-    return t;
 }
 
 TEST(ProductionIntegrator, ExactForLowDegreePolynomials)
 {
-    const std::vector<double> t = UnevenGrid(30);
+    std::vector<double> t{0.0, 0.0}; // 30 rows, steps between 0.01 and 0.09
+    for (int k = 1; k < 30; ++k) t.push_back(t.back() + 0.05 + 0.04 * std::sin(1.7 * k));
     const int last = 30;
     // Whole table: the one-sided corrections come from the quadratic through three points,
     // the interior from the cubic through four, so any quadratic is integrated exactly.
     auto quad = [](double x) { return 1.0 + 2.0 * x - 3.0 * x * x; };
-    auto quadIntegral = [](double a, double b) {
-        auto F = [](double x) { return x + x * x - x * x * x; };
-        return F(b) - F(a);
-    };
-    EXPECT_NEAR(Integrate(t, 1, last, quad), quadIntegral(t[1], t[last]), 1e-12);
+    auto quadF = [](double x) { return x + x * x - x * x * x; }; // its antiderivative
+    EXPECT_NEAR(Integrate(t, 1, last, quad), quadF(t[last]) - quadF(t[1]), 1e-12);
     // A clipped interval takes its neighbour rows from the table and is exact for cubics.
     auto cubic = [](double x) { return 0.5 - x + 4.0 * x * x * x; };
-    auto cubicIntegral = [](double a, double b) {
-        auto F = [](double x) { return 0.5 * x - 0.5 * x * x + x * x * x * x; };
-        return F(b) - F(a);
-    };
-    EXPECT_NEAR(Integrate(t, 5, 20, cubic), cubicIntegral(t[5], t[20]), 1e-12);
+    auto cubicF = [](double x) { return 0.5 * x - 0.5 * x * x + x * x * x * x; };
+    EXPECT_NEAR(Integrate(t, 5, 20, cubic), cubicF(t[20]) - cubicF(t[5]), 1e-12);
     // On a smooth non-polynomial function the corrected rule beats the plain trapezoid by
     // more than an order of magnitude (trapezoid computed here directly).
     auto expo = [](double x) { return std::exp(-3.0 * x); };
-    const double exact = (std::exp(-3.0 * t[1]) - std::exp(-3.0 * t[last])) / 3.0;
+    const double exact = (expo(t[1]) - expo(t[last])) / 3.0;
     double trapezoid = 0.0;
-    for (int k = 2; k <= last; ++k) {
-        trapezoid += 0.5 * (t[k] - t[k - 1]) * (expo(t[k]) + expo(t[k - 1]));
-    }
+    for (int k = 2; k <= last; ++k) trapezoid += 0.5 * (t[k] - t[k - 1]) * (expo(t[k]) + expo(t[k - 1]));
     EXPECT_LT(std::fabs(Integrate(t, 1, last, expo) - exact), 0.1 * std::fabs(trapezoid - exact));
 }
 
 // Decay profile yA = 0.3 exp(-2t), yB = 0.3 - yA, yN = 0.7 over [0, 1] s on 40 uneven steps;
 // the density is constant (S = 0.04). Production per gram of A:
 //   R1: -2 yA / 20;   R2: -1E5 rho (yA yN - yB yN / Kc) / (20 x 28), Kc = exp(6).
-const double Rgd = Codata().gasConstantDensity();
-const double Rho = 1.0 / (Rgd * 1000.0) / 0.04;
+const double Rho = 1.0 / (Codata().gasConstantDensity() * 1000.0) / 0.04;
 double IntYA(double a, double b) { return 0.15 * (std::exp(-2 * a) - std::exp(-2 * b)); }
 double R1Integral(double a, double b) { return -0.1 * IntYA(a, b); }
 double R2Integral(double a, double b)
@@ -99,14 +128,11 @@ TEST(ShowReacDeRe, IntegralsAgainstAnalyticProfile)
     EXPECT_EQ(table.countLabel, "All reactions  2");
     EXPECT_EQ(table.speciesName, "A           ");
     // Change of A: rows rounded through 0.000000E+00, over W = 20.
-    const double yEnd = RoundSeven(0.3 * std::exp(-2.0));
-    EXPECT_DOUBLE_EQ(table.difference, (yEnd - 0.3) / 20.0);
+    EXPECT_DOUBLE_EQ(table.difference, (RoundSeven(0.3 * std::exp(-2.0)) - 0.3) / 20.0);
     EXPECT_EQ(table.differenceText, "-1.30E-02");
-}
 
-TEST(ShowReacDeRe, ClippedIntervalAndThinning)
-{
-    PostprocessorState st(MakeResults(DecayStates(40)), Codata());
+    // A clipped interval integrates over its rows' times; thinning changes the shown rows,
+    // never the integrals.
     st.IntervalBegin = 0.3;
     st.IntervalEnd = 0.7;
     st.UsedData();
@@ -116,7 +142,6 @@ TEST(ShowReacDeRe, ClippedIntervalAndThinning)
     ASSERT_GE(b, 0.7);
     const ProductionTable t1 = ShowReacDeRe(st, 1, true);
     EXPECT_NEAR(t1.rows[0].value, R1Integral(a, b), 1e-6 * std::fabs(R1Integral(a, b)));
-    // Thinning changes the shown rows, never the integrals.
     st.ShowEvery = 3;
     st.UsedData();
     ASSERT_LT(st.UsedRows.size(), static_cast<std::size_t>(st.pointCount));
@@ -139,46 +164,46 @@ TEST(ShowReacDeRe, ListsAndEmptyTables)
     EXPECT_EQ(ShowReacDeRe(st, 3, true).rows.size(), 0u); // N on both sides of R2 and R3
 }
 
-//! A table ranked by hand: 2.0E-3, -1.5E-3, 5.0E-4.
-ProductionTable HandTable()
+//! A table of OH ranked by hand: 2.0E-3, -1.5E-3, 5.0E-4 (or the rows given).
+ProductionTable HandTable(std::vector<ProductionRow> rows = {}, double difference = 1.0e-3)
 {
     ProductionTable t;
     t.species = 5;
     t.speciesName = PreparedSpeciesName("OH");
     t.withValues = true;
-    t.rows = {{3, "H+O2=O+OH", 2.0e-3, 1}, {1, "H2+O=H+OH", -1.5e-3, 1}, {7, "OH+H2=H2O+H", 5.0e-4, -1}};
-    t.difference = 1.0e-3;
+    t.rows = {{3, "H+O2=O+OH", 2.0e-3, 1}, {1, "H2+O=H+OH", -1.5e-3, 1}, {7, "OH+H2=H2O+H", 5e-4, -1}};
+    if (!rows.empty()) t.rows = rows;
+    t.difference = difference;
     ReacUpdate(t);
     return t;
 }
+//! Two rows that cancel: a small difference between large numbers.
+const std::vector<ProductionRow> Cancelling{{1, "X", 1.0e-3, 1}, {2, "Y", -1.0e-3, 1}};
 
 TEST(ShowReacMen, ParameterChecksAndCut)
 {
     const ProductionTable t = HandTable();
-    for (const std::string bad : {"", "abc", "-0.1", "1.5"}) {
-        const ShownRows s = ShowReacMen(t, &bad);
-        EXPECT_EQ(s.message.text, "Parameter, please enter a number on the interval (0, 1).") << bad;
-    }
+    for (const std::string bad : {"", "abc", "-0.1", "1.5"})
+        EXPECT_EQ(ShowReacMen(t, &bad).message.text,
+                  "Parameter, please enter a number on the interval (0, 1).") << bad;
     // p = 0.5: t = 2E-3; the tail 5E-4 + 1.5E-3 does not exceed it, so n = 1 first; row 2
     // (1.5E-3 / 2E-3 = 0.75 > 0.3) comes back: n = 2.
-    const std::string half = "0.5";
+    const std::string half = "0.5", one = "1", zero = "0";
     ShownRows s = ShowReacMen(t, &half);
     EXPECT_TRUE(s.message.empty());
     EXPECT_EQ(s.count, 2u);
     EXPECT_EQ(s.countLabel, "Important reactions 2");
     EXPECT_EQ(s.titleLabel, "OH           Production. (mol/g). Important reactions 2.");
-    const std::string one = "1"; // n = 0 shows every row
-    s = ShowReacMen(t, &one);
+    s = ShowReacMen(t, &one); // n = 0 shows every row
     EXPECT_EQ(s.count, 3u);
     EXPECT_EQ(s.countLabel, "All reactions 3");
-    const std::string zero = "0";
     EXPECT_EQ(ShowReacMen(t, &zero).count, 3u);
     EXPECT_EQ(ShowReacMen(t, nullptr).countLabel, "All reactions 3");
 }
 
 TEST(TemperSum, SumDerivativeAndSmallDifference)
 {
-    ProductionTable t = HandTable();
+    const ProductionTable t = HandTable();
     SumDisplay s = TemperSum(t, 3, true); // 2E-3 - 1.5E-3 + 5E-4 = 1E-3; 1E-3 / 2.5E-3 = 0.4
     EXPECT_EQ(s.label, "Sum of Reactions");
     EXPECT_EQ(s.text, "1.00E-03");
@@ -188,16 +213,14 @@ TEST(TemperSum, SumDerivativeAndSmallDifference)
     EXPECT_EQ(s.text, "1.00E-03");
     EXPECT_TRUE(s.toolTip.empty());
 
-    t.rows = {{1, "X", 1.0e-3, 1}, {2, "Y", -1.0e-3, 1}};
-    t.difference = 0.0;
-    ReacUpdate(t);
-    s = TemperSum(t, 2, true);
+    const ProductionTable c = HandTable(Cancelling, 0.0);
+    s = TemperSum(c, 2, true);
     EXPECT_TRUE(s.smallDifference);
     EXPECT_EQ(s.text, "***");
     EXPECT_TRUE(s.centred);
     EXPECT_TRUE(s.warning);
     EXPECT_EQ(s.toolTip, "A small difference between large numbers");
-    s = TemperSum(t, 2, false);
+    s = TemperSum(c, 2, false);
     EXPECT_EQ(s.toolTip,
               "The value cannot be defined exactly; it is a small difference between large numbers.");
     EXPECT_TRUE(s.warning);
@@ -205,33 +228,10 @@ TEST(TemperSum, SumDerivativeAndSmallDifference)
 
 TEST(CopyReac, TextOfTheShownRows)
 {
-    CopyReacContext ctx;
-    ctx.fileName = "h2o2.txt";
-    ctx.intervalBeginText = "0.000000E+00";
-    ctx.intervalEndText = "1.000000E-03";
-    ctx.date.tm_year = 126;
-    ctx.date.tm_mon = 2;
-    ctx.date.tm_mday = 5;
-    ctx.lineEnd = "\n";
-    // Written by hand: number field 10, two blanks, text field 11 (the longest text).
-    const std::string expected =
-        "Zarvion Postprocessor, Mar 5 2026\n"
-        "Solver File: h2o2.txt\n"
-        "\n"
-        "Time interval 0.000000E+00 - 1.000000E-03 sec\n"
-        "\n"
-        "        No  Reaction   Integral\n"
-        "         3  H+O2=O+OH  2.00E-03\n"
-        "         1  H2+O=H+OH  -1.50E-03\n"
-        "         7  OH+H2=H2O+H5.00E-04\n"
-        "  ------------------------------------------------------------------\n"
-        "Sum                    1.00E-03\n"
-        "Derivative             1.00E-03\n";
-    EXPECT_EQ(CopyReac(HandTable(), 3, ctx), expected);
-
-    ProductionTable t = HandTable();
-    t.rows = {{1, "X", 1.0e-3, 1}, {2, "Y", -1.0e-3, 1}};
-    const std::string small = CopyReac(t, 2, ctx);
+    // Golden text: number field 10, two blanks, text field 11 (the longest text).
+    const CopyReacContext ctx{"h2o2.txt", "0.000000E+00", "1.000000E-03", GoldenDate(), "\n"};
+    EXPECT_EQ(CopyReac(HandTable(), 3, ctx), ReadGolden("production_copy.txt"));
+    const std::string small = CopyReac(HandTable(Cancelling), 2, ctx);
     EXPECT_NE(small.find("\nSum          ***   \nDerivative   1.00E-03\n\n Small difference between "
                          "large numbers, the correct value cannot be calculated.\n\n"),
               std::string::npos)
@@ -241,8 +241,8 @@ TEST(CopyReac, TextOfTheShownRows)
 TEST(ShowHisto, BarsColoursAndLabels)
 {
     const ProductionTable t = HandTable();
-    EXPECT_EQ(ShowHisto(t, 3, "0").message.text, "Scaling factor, please enter a nonzero number.");
-    EXPECT_EQ(ShowHisto(t, 3, "x").message.text, "Scaling factor, please enter a nonzero number.");
+    for (const char* bad : {"0", "x"})
+        EXPECT_EQ(ShowHisto(t, 3, bad).message.text, "Scaling factor, please enter a nonzero number.");
     const Histogram h = ShowHisto(t, 2, "2");
     EXPECT_EQ(h.title, "OH Production");
     EXPECT_EQ(h.plottingMethod, "Histogram");

@@ -10,9 +10,7 @@
 namespace zarvion::postprocessor {
 namespace {
 
-using testing::Codata;
-using testing::FixtureState;
-using testing::MakeResults;
+using namespace testing;
 
 const double Rgd = Codata().gasConstantDensity();
 const double Kc2 = std::exp(6.0); // exp(-(h_B - h_A)/RT) at 1000 K, s/R cancels, dn = 0
@@ -30,37 +28,42 @@ Conc HandConc(double yA, double yB)
 
 std::vector<FixtureState> TwoStates(double yA, double yB)
 {
-    return {{0.0, 1000.0, {yA, yB, 0.7, 0.0}},
-            {1.0, 1000.0, {yA, yB, 0.7, 0.0}},
-            {2.0, 1000.0, {yA, yB, 0.7, 0.0}}};
+    const std::vector<double> y{yA, yB, 0.7, 0.0};
+    return {{0.0, 1000.0, y}, {1.0, 1000.0, y}, {2.0, 1000.0, y}};
 }
 
 TEST(PlotReac, SevenFormsAgainstHandRates)
 {
     PostprocessorState st(MakeResults(TwoStates(0.2, 0.1)), Codata());
     const Conc c = HandConc(0.2, 0.1);
-    const double q1 = 2.0 * c.a;                        // R1 A=>B, k = 2 /s
-    const double f2 = 1e5 * c.a * c.n;                  // R2 forward
-    const double r2 = 1e5 / Kc2 * c.b * c.n;            // R2 reverse
-    auto near = [](double got, double want) { EXPECT_NEAR(got, want, 1e-9 * std::fabs(want)); };
-
-    near(PlotReac(st, RateForward, 1, "A=>B", 0, "", false).values[0], q1);
-    EXPECT_EQ(PlotReac(st, RateReverse, 1, "A=>B", 0, "", false).values[1], 0.0); // irreversible
-    near(PlotReac(st, RateNet, 1, "A=>B", 0, "", false).values[0], q1);
-    near(PlotReac(st, RateForward, 2, "R2", 0, "", false).values[0], f2);
-    near(PlotReac(st, RateReverse, 2, "R2", 0, "", false).values[0], -r2);
-    near(PlotReac(st, RateNet, 2, "R2", 0, "", false).values[0], f2 - r2);
+    const double q1 = 2.0 * c.a;             // R1 A=>B, k = 2 /s
+    const double f2 = 1e5 * c.a * c.n;       // R2 forward
+    const double r2 = 1e5 / Kc2 * c.b * c.n; // R2 reverse
     // Heat: h_B/RT - h_A/RT = (-5000 - 1000) / 1000 = -6, so the heat term is -6000 q [K mol/
     // (cm^3 s)]; -term x R / 1000 is 6 q R kJ/(cm^3 s) (exothermic, positive).
-    near(PlotReac(st, RateHeatKJ, 1, "", 0, "", false).values[0], 6.0 * q1 * 8.314462618);
-    near(PlotReac(st, RateHeatKcal, 1, "", 0, "", false).values[0], 6.0 * q1 * 1.987204259);
     // Species shares: nu q / rho [mol/(g s)]; N stands on both sides of R3: nu = 0.
-    near(PlotReac(st, RateSpeciesShare, 1, "", 2, "B", false).values[0], q1 / c.rho);
-    near(PlotReac(st, RateSpeciesShare, 1, "", 1, "A", false).values[0], -q1 / c.rho);
-    EXPECT_EQ(PlotReac(st, RateSpeciesShare, 3, "", 3, "N", false).values[0], 0.0);
-
+    const struct {
+        int kind, reaction, species;
+        const char* name;
+        double expected;
+    } cases[] = {{RateForward, 1, 0, "", q1},  {RateReverse, 1, 0, "", 0.0}, // R1 irreversible
+                 {RateNet, 1, 0, "", q1},      {RateForward, 2, 0, "", f2},
+                 {RateReverse, 2, 0, "", -r2}, {RateNet, 2, 0, "", f2 - r2},
+                 {RateHeatKJ, 1, 0, "", 6.0 * q1 * 8.314462618},
+                 {RateHeatKcal, 1, 0, "", 6.0 * q1 * 1.987204259},
+                 {RateSpeciesShare, 1, 2, "B", q1 / c.rho},
+                 {RateSpeciesShare, 1, 1, "A", -q1 / c.rho},
+                 {RateSpeciesShare, 3, 3, "N", 0.0}};
+    for (const auto& k : cases) {
+        SCOPED_TRACE(::testing::Message() << "kind " << k.kind << ", R" << k.reaction);
+        const CurveData d = PlotReac(st, k.kind, k.reaction, "", k.species, k.name, false);
+        ASSERT_EQ(d.values.size(), 3u);
+        for (double v : d.values) EXPECT_NEAR(v, k.expected, 1e-9 * std::fabs(k.expected));
+    }
     st.ConcentrationUnit = 1;
-    near(PlotReac(st, RateForward, 1, "", 0, "", false).values[0], q1 * 6.02214076E+23);
+    const double perMolecule = q1 * 6.02214076E+23;
+    EXPECT_NEAR(PlotReac(st, RateForward, 1, "", 0, "", false).values[0], perMolecule,
+                1e-9 * perMolecule);
     // R3 changes no species, so there is no heat, but it runs forward.
     EXPECT_EQ(PlotReac(st, RateHeatKJ, 3, "", 0, "", false).values[0], 0.0);
     EXPECT_GT(PlotReac(st, RateForward, 3, "", 0, "", false).values[0], 0.0);
@@ -120,7 +123,7 @@ TEST(DerivativeCurve, SpeciesAndTemperature)
 
     // Energy equation with R1 alone: dT/dt = T sum(-w_i h_i/RT) / (Ctot sum x_i cp_i/R)
     // = q1 (h_A - h_B)/R / (3.5 Ctot) = 6000 q1 / (3.5 Ctot), Ctot = P / (R T).
-    testing::FixtureOptions o;
+    FixtureOptions o;
     o.temperatureMode = 1;
     o.onlyFirstReaction = true;
     PostprocessorState hot(MakeResults(TwoStates(0.2, 0.1), o), Codata());
