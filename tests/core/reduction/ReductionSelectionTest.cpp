@@ -11,16 +11,6 @@ namespace {
 
 using Flags = std::vector<std::uint8_t>;
 
-solverfile::ReactionInts Ints(std::initializer_list<int> fields)
-{
-    solverfile::ReactionInts r{};
-    int k = 1;
-    for (int f : fields) {
-        r[k++] = f;
-    }
-    return r;
-}
-
 ReductionTables Tables(int species, const std::vector<solverfile::ReactionInts>& ints)
 {
     ReductionTables t;
@@ -40,11 +30,8 @@ std::pair<Flags, Flags> Select(ReductionTables& t, const std::vector<double>& ra
     for (std::size_t r = 0; r < rates.size(); ++r) {
         t.RateTable[r] = {static_cast<int>(r) + 1, rates[r]};
     }
-    ReductionRequest q;
-    q.targetSpecies = std::move(targets);
-    q.speciesParameters = std::move(parameters);
-    q.nonTargetParameter = others;
-    q.temperatureParameter = temperature;
+    const ReductionRequest q{"", 0, temperature, std::move(parameters), others,
+                             std::move(targets), 1};
     RowFlags s;
     RowFlags r;
     s.reset(static_cast<std::size_t>(t.NumSpecies));
@@ -60,10 +47,10 @@ std::pair<Flags, Flags> Select(ReductionTables& t, const std::vector<double>& ra
 //   r4  C + D + M = B            (M with partner E, efficiency 5)
 ReductionTables FourReactions()
 {
-    ReductionTables t = Tables(5, {Ints({1, 2, 0, 3, 0, 0, 0, 0, 0, 2, 1, 0, 0, 0, 0, 1}),
-                                   Ints({1, 0, 0, 4, 0, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1}),
-                                   Ints({1, 3, 0, 1, 4, 0, 0, 0, 0, 2, 2, 0, 0, 0, 0, 1}),
-                                   Ints({3, 4, 0, 2, 0, 0, 0, 0, 0, 2, 1, 2, 1, 0, 0, 1, 5})});
+    ReductionTables t = Tables(5, {{0, 1, 2, 0, 3, 0, 0, 0, 0, 0, 2, 1, 0, 0, 0, 0, 1},
+                                   {0, 1, 0, 0, 4, 0, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1},
+                                   {0, 1, 3, 0, 1, 4, 0, 0, 0, 0, 2, 2, 0, 0, 0, 0, 1},
+                                   {0, 3, 4, 0, 2, 0, 0, 0, 0, 0, 2, 1, 2, 1, 0, 0, 1, 5}});
     t.ReactionReals[3][12] = 5.0;
     return t;
 }
@@ -118,7 +105,7 @@ TEST(Selection, CutOffPerTargetAndClosure)
 TEST(Selection, CloseOverReactionsAddsExplicitPartner)
 {
     ReductionTables t = FourReactions();
-    t.ReactionInts[1] = Ints({1, 0, 0, 4, 0, 0, 0, 0, 0, 1, 1, 0, 1, 1, 0, 1, 5});
+    t.ReactionInts[1] = {0, 1, 0, 0, 4, 0, 0, 0, 0, 0, 1, 1, 0, 1, 1, 0, 1, 5};
     RowFlags species;
     RowFlags reactions;
     species.reset(5);
@@ -133,7 +120,8 @@ TEST(Selection, CloseOverReactionsAddsExplicitPartner)
 //! n reactions A = B.
 ReductionTables Chain(int n)
 {
-    return Tables(2, std::vector(n, Ints({1, 0, 0, 2, 0, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1})));
+    return Tables(2, std::vector<solverfile::ReactionInts>(
+                         n, {0, 1, 0, 0, 2, 0, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 1}));
 }
 
 TEST(Selection, EqualMagnitudesKeepTheLowerReactionNumber)
