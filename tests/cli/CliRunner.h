@@ -39,7 +39,8 @@ inline CliRun runCli(const std::string& arguments)
     const std::string command = quoted(std::string(ZARVION_CLI)) + " " + arguments + " >" +
                                 quoted(out) + " 2>" + quoted(err);
     const int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, shell::ReadFile(out), shell::ReadFile(err)};
+    const int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return {exitCode, shell::ReadFile(out), shell::ReadFile(err)};
 }
 
 inline std::vector<std::string> splitOn(const std::string& text, char sep)

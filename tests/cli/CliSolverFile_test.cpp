@@ -12,27 +12,17 @@ using namespace zarvion::testing;
 
 namespace {
 
-std::string dataFile(const std::string& name)
-{
-    return ZARVION_SOURCE_DIR "/tests/data/" + name;
-}
+std::string dataFile(const std::string& name) { return ZARVION_SOURCE_DIR "/tests/data/" + name; }
 
-//! The "key<TAB>value" lines ahead of the first empty line.
-std::map<std::string, std::string> keyValues(const std::string& out)
-{
-    std::map<std::string, std::string> values;
-    for (const auto& line : splitOn(out, '\n')) {
-        if (line.empty()) break;
-        const auto tab = line.find('\t');
-        values[line.substr(0, tab)] = tab == std::string::npos ? "" : line.substr(tab + 1);
-    }
-    return values;
-}
-
+//! The "key<TAB>value" lines ahead of the first empty line hold these values.
 void expectKeys(const std::string& out, const std::map<std::string, std::string>& expected)
 {
-    auto kv = keyValues(out);
-    for (const auto& [key, value] : expected) EXPECT_EQ(kv[key], value) << key;
+    std::map<std::string, std::string> found;
+    for (const auto& line : splitOn(out.substr(0, out.find("\n\n")), '\n')) {
+        const auto tab = line.find('\t');
+        found[line.substr(0, tab)] = tab == std::string::npos ? "" : line.substr(tab + 1);
+    }
+    for (const auto& [key, value] : expected) EXPECT_EQ(found[key], value) << key;
 }
 
 //! The lines behind the which-th empty line, up to the next empty line.
