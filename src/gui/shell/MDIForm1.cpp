@@ -37,7 +37,8 @@ MDIForm1::MDIForm1(FrameOptions options, QWidget* parent)
     m_area->setViewMode(QMdiArea::SubWindowView);
     m_area->setBackground(QColor(128, 128, 128));
     setCentralWidget(m_area);
-    connect(m_area, &QMdiArea::subWindowActivated, this, &MDIForm1::onSubWindowActivated);
+    connect(m_area, &QMdiArea::subWindowActivated, &m_childSignals,
+            [this](QMdiSubWindow* window) { onSubWindowActivated(window); });
     resize(1280, 860);
 
     auto& session = shell::Session();
@@ -105,7 +106,6 @@ MDIForm1::MDIForm1(FrameOptions options, QWidget* parent)
 
 MDIForm1::~MDIForm1()
 {
-    m_destroying = true;
     if (Frame() == this)
         SetFrame(nullptr);
 }
@@ -329,7 +329,7 @@ void MDIForm1::AddChild(QWidget* child)
     sub->setAttribute(Qt::WA_DeleteOnClose);
     sub->setWindowIcon(child->windowIcon());
     if (auto* doc = qobject_cast<RES_ShowFile*>(child)) {
-        connect(doc, &RES_ShowFile::commandsChanged, this, [this, doc] {
+        connect(doc, &RES_ShowFile::commandsChanged, &m_childSignals, [this, doc] {
             if (activeChild() == doc)
                 UpdateCommands();
         });
@@ -346,9 +346,7 @@ void MDIForm1::AddChild(QWidget* child)
         sub->move(0, 0);
     if (child->windowIcon().cacheKey() == QApplication::windowIcon().cacheKey())
         sub->setWindowIcon(style()->standardIcon(QStyle::SP_FileIcon));
-    connect(child, &QObject::destroyed, this, [this] {
-        if (m_destroying)
-            return;
+    connect(child, &QObject::destroyed, &m_childSignals, [this] {
         if (m_area->subWindowList().isEmpty()) {
             SetToolbarMode(0);
             rebuildMenuBar();

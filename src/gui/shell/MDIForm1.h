@@ -97,8 +97,10 @@ private:
     QString m_timer3Path, m_timer3Caption;
     QPointer<QWidget> m_zordWindow;
     bool m_closingDue = false;
-    bool m_destroying = false;
     QPointer<Title> m_title;
+    // Receiver of the signals of the area and its windows. Declared last, so it goes first when
+    // the frame is destroyed and none of those signals reaches a half-destroyed frame.
+    QObject m_childSignals;
 };
 
 } // namespace zarvion::gui
