@@ -176,6 +176,28 @@ double ConstantPressureProblem::temperatureRowEntry(int m) const
     return T / (m_Bcp * m_ctot) * dA - T * m_Aheat / (m_Bcp * m_Bcp * m_ctot) * dB;
 }
 
+void ConstantPressureProblem::sumHeatAndCapacity()
+{
+    const auto h = m_ws.hOverRT();
+    const auto cp = m_ws.cpOverR();
+    m_Aheat = 0;
+    m_Bcp = 0;
+    for (int i = 0; i < m_ns; ++i) {
+        m_Aheat -= h[i] * m_omega[i];
+        m_Bcp += m_conc[i] / m_ctot * cp[i];
+    }
+}
+
+double ConstantPressureProblem::reactionEnthalpyOverRT(int j) const
+{
+    const auto h = m_ws.hOverRT();
+    const auto& d = m_ws.reactions()[j];
+    double dH = 0;
+    for (int s = 0; s < d.productCount; ++s) dH += h[d.products[s]];
+    for (int s = 0; s < d.reactantCount; ++s) dH -= h[d.reactants[s]];
+    return dH;
+}
+
 void ConstantPressureProblem::denseJacobian(std::span<const double> y, double* J)
 {
     const int n = size();
@@ -183,16 +205,13 @@ void ConstantPressureProblem::denseJacobian(std::span<const double> y, double* J
     evaluate(y, m_baseF);
     m_jc.assign(static_cast<std::size_t>(ns) * ns, 0.0);
     std::fill(m_hJ.begin(), m_hJ.end(), 0.0);
-    const auto h = m_ws.hOverRT();
     int cols[19];
     double dq[19];
     for (int j = 0; j < m_nr; ++j) {
         const int count = reactionColumns(j, cols);
         reactionDerivatives(j, cols, count, dq);
         const auto& d = m_ws.reactions()[j];
-        double dH = 0;
-        for (int s = 0; s < d.productCount; ++s) dH += h[d.products[s]];
-        for (int s = 0; s < d.reactantCount; ++s) dH -= h[d.reactants[s]];
+        const double dH = reactionEnthalpyOverRT(j);
         for (int t = 0; t < count; ++t) {
             if (dq[t] == 0) continue;
             double* col = m_jc.data() + static_cast<std::size_t>(cols[t]) * ns;
@@ -221,13 +240,7 @@ void ConstantPressureProblem::denseJacobian(std::span<const double> y, double* J
             out[i] = m_weight[i] * invWm * (col[i] - m_Jx[i]) + m_weight[i] * m_omega[i] * densityTerm;
     }
     if (m_energy) {
-        m_Aheat = 0;
-        m_Bcp = 0;
-        const auto cp = m_ws.cpOverR();
-        for (int i = 0; i < ns; ++i) {
-            m_Aheat -= h[i] * m_omega[i];
-            m_Bcp += m_conc[i] / m_ctot * cp[i];
-        }
+        sumHeatAndCapacity();
         for (int m = 0; m < ns; ++m) J[static_cast<std::size_t>(m) * n + ns] = temperatureRowEntry(m);
         temperatureColumn(y);
         double* out = J + static_cast<std::size_t>(ns) * n;
@@ -292,7 +305,6 @@ void ConstantPressureProblem::sparseJacobian(std::span<const double> y, double* 
     evaluate(y, m_baseF);
     std::fill(values, values + m_pattern.nonZeros(), 0.0);
     std::fill(m_hJ.begin(), m_hJ.end(), 0.0);
-    const auto h = m_ws.hOverRT();
     int cols[19];
     double dq[19];
     for (int j = 0; j < m_nr; ++j) {
@@ -307,19 +319,11 @@ void ConstantPressureProblem::sparseJacobian(std::span<const double> y, double* 
         };
         for (int s = 0; s < d.reactantCount; ++s) addRow(d.reactants[s], -1.0);
         for (int s = 0; s < d.productCount; ++s) addRow(d.products[s], 1.0);
-        double dH = 0;
-        for (int s = 0; s < d.productCount; ++s) dH += h[d.products[s]];
-        for (int s = 0; s < d.reactantCount; ++s) dH -= h[d.reactants[s]];
+        const double dH = reactionEnthalpyOverRT(j);
         for (int t = 0; t < count; ++t) m_hJ[cols[t]] += dH * dq[t];
     }
     if (m_energy) {
-        m_Aheat = 0;
-        m_Bcp = 0;
-        const auto cp = m_ws.cpOverR();
-        for (int i = 0; i < ns; ++i) {
-            m_Aheat -= h[i] * m_omega[i];
-            m_Bcp += m_conc[i] / m_ctot * cp[i];
-        }
+        sumHeatAndCapacity();
         // Temperature row: columns 0..ns of the last row, in order.
         const std::int64_t rowT = m_pattern.rowStart[ns];
         for (int m = 0; m < ns; ++m) values[rowT + m] = temperatureRowEntry(m);

@@ -75,6 +75,10 @@ private:
     void temperatureColumn(std::span<const double> y);
     // Temperature row over species columns: exact, from hJ and x.
     double temperatureRowEntry(int m) const;
+    // Heat release and mean heat capacity sums the temperature row needs (m_Aheat, m_Bcp).
+    void sumHeatAndCapacity();
+    // Enthalpy change of reaction j over RT, products minus reactants.
+    double reactionEnthalpyOverRT(int j) const;
     void buildPattern();
 
     postprocessor::RateWorkspace m_ws;
