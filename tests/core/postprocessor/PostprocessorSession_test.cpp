@@ -57,7 +57,8 @@ TEST(PostprocessorSession, LoadAndInterval)
     const fs::path unsolved = fs::path(ZARVION_SOURCE_DIR) / "Samples" / "h2o2.txt";
     const LoadedResults missing = LoadForViews(unsolved, c);
     EXPECT_FALSE(missing.ok());
-    EXPECT_EQ(missing.message.text, "In the file " + unsolved.string() + " there is no output data.");
+    EXPECT_EQ(missing.message.text,
+              "In the file " + unsolved.string() + " there is no output data.");
 
     LoadedResults loaded = LoadForViews(Solved("h2o2_solved.txt"), c);
     ASSERT_TRUE(loaded.ok()) << loaded.message.text;

@@ -13,7 +13,7 @@ using namespace testing;
 ResultSet TenRows()
 {
     std::vector<FixtureState> s;
-    for (int k = 0; k < 10; ++k) s.push_back({static_cast<double>(k), 1000.0, {0.3, 0.0, 0.7, 0.0}});
+    for (int k = 0; k < 10; ++k) s.push_back({k * 1.0, 1000.0, {0.3, 0.0, 0.7, 0.0}});
     return MakeResults(s);
 }
 
@@ -130,7 +130,8 @@ TEST(PostprocessorFields, FindSpecAndReset)
     // The head's names T(K) and Ro are no species.
     EXPECT_FALSE(st.FindSpec("Ro", m).has_value());
 
-    EXPECT_EQ(st.Reset(), (std::pair<std::string, std::string>{"0.000000E+00  ", "9.000000E+00  "}));
+    EXPECT_EQ(st.Reset(),
+              (std::pair<std::string, std::string>{"0.000000E+00  ", "9.000000E+00  "}));
 }
 
 } // namespace

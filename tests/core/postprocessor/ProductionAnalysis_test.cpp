@@ -98,7 +98,8 @@ TEST(ProductionIntegrator, ExactForLowDegreePolynomials)
     auto expo = [](double x) { return std::exp(-3.0 * x); };
     const double exact = (expo(t[1]) - expo(t[last])) / 3.0;
     double trapezoid = 0.0;
-    for (int k = 2; k <= last; ++k) trapezoid += 0.5 * (t[k] - t[k - 1]) * (expo(t[k]) + expo(t[k - 1]));
+    for (int k = 2; k <= last; ++k)
+        trapezoid += 0.5 * (t[k] - t[k - 1]) * (expo(t[k]) + expo(t[k - 1]));
     EXPECT_LT(std::fabs(Integrate(t, 1, last, expo) - exact), 0.1 * std::fabs(trapezoid - exact));
 }
 
@@ -171,7 +172,8 @@ ProductionTable HandTable(std::vector<ProductionRow> rows = {}, double differenc
     t.species = 5;
     t.speciesName = PreparedSpeciesName("OH");
     t.withValues = true;
-    t.rows = {{3, "H+O2=O+OH", 2.0e-3, 1}, {1, "H2+O=H+OH", -1.5e-3, 1}, {7, "OH+H2=H2O+H", 5e-4, -1}};
+    t.rows = {{3, "H+O2=O+OH", 2.0e-3, 1}, {1, "H2+O=H+OH", -1.5e-3, 1},
+              {7, "OH+H2=H2O+H", 5e-4, -1}};
     if (!rows.empty()) t.rows = rows;
     t.difference = difference;
     ReacUpdate(t);
@@ -221,8 +223,8 @@ TEST(TemperSum, SumDerivativeAndSmallDifference)
     EXPECT_TRUE(s.warning);
     EXPECT_EQ(s.toolTip, "A small difference between large numbers");
     s = TemperSum(c, 2, false);
-    EXPECT_EQ(s.toolTip,
-              "The value cannot be defined exactly; it is a small difference between large numbers.");
+    EXPECT_EQ(s.toolTip, "The value cannot be defined exactly; it is a small difference "
+                         "between large numbers.");
     EXPECT_TRUE(s.warning);
 }
 
@@ -232,8 +234,8 @@ TEST(CopyReac, TextOfTheShownRows)
     const CopyReacContext ctx{"h2o2.txt", "0.000000E+00", "1.000000E-03", GoldenDate(), "\n"};
     EXPECT_EQ(CopyReac(HandTable(), 3, ctx), ReadGolden("production_copy.txt"));
     const std::string small = CopyReac(HandTable(Cancelling), 2, ctx);
-    EXPECT_NE(small.find("\nSum          ***   \nDerivative   1.00E-03\n\n Small difference between "
-                         "large numbers, the correct value cannot be calculated.\n\n"),
+    EXPECT_NE(small.find("\nSum          ***   \nDerivative   1.00E-03\n\n Small difference "
+                         "between large numbers, the correct value cannot be calculated.\n\n"),
               std::string::npos)
         << small;
 }
@@ -242,7 +244,8 @@ TEST(ShowHisto, BarsColoursAndLabels)
 {
     const ProductionTable t = HandTable();
     for (const char* bad : {"0", "x"})
-        EXPECT_EQ(ShowHisto(t, 3, bad).message.text, "Scaling factor, please enter a nonzero number.");
+        EXPECT_EQ(ShowHisto(t, 3, bad).message.text,
+                  "Scaling factor, please enter a nonzero number.");
     const Histogram h = ShowHisto(t, 2, "2");
     EXPECT_EQ(h.title, "OH Production");
     EXPECT_EQ(h.plottingMethod, "Histogram");

@@ -283,6 +283,9 @@ TEST_F(RateTypes, EachReactionTypeMatchesHandFormula)
     const double X = 1 / (1 + std::pow(std::log10(pr), 2));
     const double sri = std::pow(1.1 * std::exp(-650 / T) + std::exp(-T / 900), X) * 1.3 *
                        std::pow(T, -0.2);
+    const double sriBase = 0.5 * std::exp(-300 / T) + std::exp(-T / 700); // d = e = 0: no factor
+    // T / T3 and T / T1 far above 500 are clipped, so exp(-500) stays finite; T2 / T tiny.
+    const double fcGuard = 0.6 * std::exp(-500.0) + 0.4 * std::exp(-500.0) + std::exp(-1e-30 / T);
     const double prPartner = k0 * c[4] / k1;
     const RealSlots low{{4, 7.0e17}, {5, -1.1}, {6, 100}};
     auto with = [&](RealSlots more) {
@@ -306,6 +309,10 @@ TEST_F(RateTypes, EachReactionTypeMatchesHandFormula)
          with({{7, 0.62}, {8, 180}, {9, 1100}, {10, 5000}}), troe(fc3 + std::exp(-5000 / T))},
         {"SRI, five parameters", {{12, 1}, {14, 1}, {15, 2}},
          with({{7, 1.1}, {8, 650}, {9, 900}, {10, 1.3}, {11, -0.2}}), lind * sri},
+        {"SRI, three parameters", {{12, 1}, {14, 1}, {15, 2}}, with({{7, 0.5}, {8, 300}, {9, 700}}),
+         lind * std::pow(sriBase, X)},
+        {"Troe, clipped exponents", {{12, 1}, {14, 1}, {15, 1}},
+         with({{7, 0.4}, {8, 1e-30}, {9, 1e-30}, {10, 1e-30}}), troe(fcGuard)},
         // (+5) in place of (+M): kind 0, one partner, efficiency 1
         {"explicit partner", {{13, 1}, {14, 1}, {17, 5}}, with({{12, 1.0}}),
          k1 * prPartner / (1 + prPartner)},
@@ -321,6 +328,9 @@ TEST_F(RateTypes, EachReactionTypeMatchesHandFormula)
         expectRel(f, e.rates[j][1]);
         expectRel(f - cases[j].k / kc() * c[2], e.rates[j][0]);
     }
+    // Slot 25 holds the SRI base and the Troe log10 Fcent.
+    expectRel(sriBase, ws.falloffCentre()[6]);
+    expectRel(std::log10(fcGuard), ws.falloffCentre()[7] + 0.0, 1e-12);
     expectRel(2e12 * std::exp(-30000 / (R1 * T)) * c[2], e.rates[n][1]);
     EXPECT_EQ(e.rates[n][0], e.rates[n][1]); // no reverse part
     EXPECT_EQ(ws.equilibriumConstant()[n], 0.0);
@@ -339,31 +349,13 @@ TEST_F(RateTypes, EachReactionTypeMatchesHandFormula)
     expectRel(2 * e.rates[n][0], e.production[3][1]);
 }
 
-TEST_F(RateTypes, SriWithThreeParametersAndTroeGuard)
-{
-    // SRI with d = 0 and e = 0: neither factor applies.
-    add({{12, 1}, {14, 1}, {15, 2}}, {{4, 7.0e17}, {7, 0.5}, {8, 300}, {9, 700}});
-    // Troe with T / T3 far above 500: clipped, exp(-500) stays finite; T2 / T tiny.
-    add({{12, 1}, {14, 1}, {15, 1}}, {{4, 7e17}, {7, 0.4}, {8, 1e-30}, {9, 1e-30}, {10, 1e-30}});
-    RateWorkspace ws(toy.thermo, ints, reals, R1, R2);
-    ComputeTemperatureFunctions(T, ws);
-    const double base = 0.5 * std::exp(-300 / T) + std::exp(-T / 700);
-    expectRel(base, ws.falloffCentre()[0]);
-    const double fcent = 0.6 * std::exp(-500.0) + 0.4 * std::exp(-500.0) + std::exp(-1e-30 / T);
-    expectRel(std::log10(fcent), ws.falloffCentre()[1] + 0.0, 1e-12);
-    const auto e = run(ws, c, P, T);
-    EXPECT_TRUE(std::isfinite(e.rates[1][0]));
-    const double pr = 7.0e17 * ctot() / k1;
-    const double F = std::pow(base, 1 / (1 + std::pow(std::log10(pr), 2)));
-    expectRel(k1 * pr / (1 + pr) * F * c[0] * c[1], e.rates[0][1]);
-}
-
 TEST_F(RateTypes, ZeroThirdBodyStopsReaction)
 {
     // Explicit partner 4 whose concentration is 0 (M = 0), and a kind-2 third body whose zero
     // efficiencies take more than the total concentration away (M < 0): rates are 0 and
     // production is untouched.
-    add(makeReaction({1, 2}, {3}, 1e13, 0, 0, 1, {{13, 1}, {14, 1}, {17, 4}}, {{12, 1}, {4, 1e16}}));
+    add(makeReaction({1, 2}, {3}, 1e13, 0, 0, 1,
+                     {{13, 1}, {14, 1}, {17, 4}}, {{12, 1}, {4, 1e16}}));
     add(makeReaction({1, 2}, {3}, 1e13, 0, 0, 1,
                      {{12, 2}, {13, 5}, {17, 1}, {18, 2}, {19, 3}, {20, 4}, {21, 5}}));
     RateWorkspace ws(toy.thermo, ints, reals, R1, R2);

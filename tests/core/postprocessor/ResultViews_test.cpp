@@ -1,8 +1,12 @@
+// The views of a loaded result set against hand values on the fixture of four species:
+// species and mean-parameter curves, reaction-rate curves, chart filters and numeric tables.
+
 #include "PostprocessorFixture.h"
 
 #include "postprocessor/DataViews.h"
 #include "postprocessor/MeanParameters.h"
 #include "postprocessor/PlotData.h"
+#include "postprocessor/ReactionRateViews.h"
 
 #include <gtest/gtest.h>
 
@@ -40,7 +44,8 @@ TEST(MoleFract, FourUnitsAgainstHandValues)
     st.ConcentrationUnit = 1;
     st.ScaleY = 1000.0;
     const CurveData perMolecule = MoleFract(st, KindConcentration, 3, "A");
-    EXPECT_NEAR(perMolecule.values[0], 0.3 * Rho / 20.0 * 6.02214076E+23, 1e-9 * perMolecule.values[0]);
+    const double expected = 0.3 * Rho / 20.0 * 6.02214076E+23; // [A] N_A [1/cm^3]
+    EXPECT_NEAR(perMolecule.values[0], expected, 1e-9 * expected);
     EXPECT_EQ(perMolecule.label, "[A], (1/cm^3) x 1.00E+03");
     EXPECT_EQ(MoleFract(st, KindMoleFraction, 3, "A", {true, false}).label,
               "Log10 A, Mole Fraction x 1.00E+03");
@@ -76,7 +81,9 @@ TEST(MeanParameters, SixItemsAgainstHandValues)
     for (const auto& i : items) {
         SCOPED_TRACE(i.item);
         const CurveData d = MEANVALF(st, i.item, false);
-        if (*i.label) EXPECT_EQ(d.label, i.label);
+        if (*i.label) {
+            EXPECT_EQ(d.label, i.label);
+        }
         ASSERT_EQ(d.values.size(), 4u);
         for (int k = 0; k < 4; ++k) // H: R times the hand sums
             EXPECT_NEAR(d.values[k], i.value * (i.item == 5 ? hSum[k] : 1.0), i.tolerance);
@@ -99,7 +106,7 @@ TEST(MeanParameters, ColdAndEmptyRows)
     // passed over, while T and Ctot need no species.
     const std::vector<double> y{0.3, 0.0, 0.7, 0.0};
     const MeanTable t = MeanParameterTable(PostprocessorState(
-        MakeResults({{0.0, 1000.0, y}, {1.0, 90.0, y}, {2.0, 1000.0, {0, 0, 0, 0}}, {3.0, 1000.0, y}}),
+        MakeResults({{0, 1000, y}, {1, 90, y}, {2, 1000, {0, 0, 0, 0}}, {3, 1000, y}}),
         Codata()));
     ASSERT_EQ(t.rows.size(), 4u);
     EXPECT_EQ(t.rows[1][4], 0.0);
@@ -162,12 +169,13 @@ TEST(PloConcentration, NothingToPlotMessages)
     PostprocessorState st(MakeResults(FourRows()), Codata());
     PlotCurve c = PloConcentration(st, MoleFract(st, KindMoleFraction, 6, "Z"), false);
     EXPECT_FALSE(c.ok());
-    EXPECT_EQ(c.message.text, "You are attempting to plot the function 'Z' where all values are zero.");
+    EXPECT_EQ(c.message.text,
+              "You are attempting to plot the function 'Z' where all values are zero.");
     EXPECT_EQ(c.message.style, shell::StyleWarning);
     EXPECT_TRUE(c.x.empty());
     c = PloConcentration(st, MoleFract(st, KindMoleFraction, 6, "Z"), true);
-    EXPECT_EQ(c.message.text, "You are attempting to plot the function 'Z' where all values are zero "
-                              "or logarithms of negative numbers. ");
+    EXPECT_EQ(c.message.text, "You are attempting to plot the function 'Z' where all values are "
+                              "zero or logarithms of negative numbers. ");
     // Points that exist but are all 0 are refused as well.
     CurveData zeros;
     zeros.name = "flat";
@@ -184,7 +192,7 @@ TEST(PloConcentration, NothingToPlotMessages)
 TEST(DataViews, SpeciesAndMeanParameterLayoutsByteForByte)
 {
     PostprocessorState st(MakeResults(FourRows()), Codata());
-    const DataViewContext ctx{"fixture.txt", GoldenDate()};
+    const DataViewContext ctx{"fixture.txt", GoldenDate(), "\r\n"};
     const DataView v = SpeciesData(st, {1, 2, 4}, 0, "Mole fraction", 12, ctx);
     ASSERT_TRUE(v.ok());
     EXPECT_EQ(v.title, "Species");
@@ -225,14 +233,135 @@ TEST(DataViews, SelectionLimitOfTenAndValueFormat)
     EXPECT_EQ(m.text, "You can view the numeric data for no more than 10 species; \n"
                       "you are attempting to view 11.");
     EXPECT_EQ(m.style, shell::StyleWarning);
-    const DataView v =
-        SpeciesData(st, std::vector<int>(11, 1), 0, "Mole fraction", 12, {"fixture.txt", GoldenDate()});
+    const DataView v = SpeciesData(st, std::vector<int>(11, 1), 0, "Mole fraction", 12,
+                                   {"fixture.txt", GoldenDate(), "\r\n"});
     EXPECT_FALSE(v.ok());
     EXPECT_TRUE(v.text.empty());
 
     EXPECT_EQ(AllData(0.0, 13), "            0");
     EXPECT_EQ(AllData(1.23456e-7, 13), "    1.235E-07");
     EXPECT_EQ(AllData(-2.5, 17), "       -2.500E+00");
+}
+
+const double Kc2 = std::exp(6.0); // exp(-(h_B - h_A)/RT) at 1000 K, s/R cancels, dn = 0
+
+struct Conc {
+    double rho, a, b, n;
+};
+
+//! Concentrations of the fixture state (1000 K, 1 atm, S = 0.04) by hand [mol/cm^3].
+Conc HandConc(double yA, double yB)
+{
+    return {Rho, yA * Rho / 20.0, yB * Rho / 20.0, 0.7 * Rho / 28.0};
+}
+
+std::vector<FixtureState> TwoStates(double yA, double yB)
+{
+    const std::vector<double> y{yA, yB, 0.7, 0.0};
+    return {{0.0, 1000.0, y}, {1.0, 1000.0, y}, {2.0, 1000.0, y}};
+}
+
+TEST(PlotReac, SevenFormsAgainstHandRates)
+{
+    PostprocessorState st(MakeResults(TwoStates(0.2, 0.1)), Codata());
+    const Conc c = HandConc(0.2, 0.1);
+    const double q1 = 2.0 * c.a;             // R1 A=>B, k = 2 /s
+    const double f2 = 1e5 * c.a * c.n;       // R2 forward
+    const double r2 = 1e5 / Kc2 * c.b * c.n; // R2 reverse
+    // Heat: h_B/RT - h_A/RT = (-5000 - 1000) / 1000 = -6, so the heat term is -6000 q [K mol/
+    // (cm^3 s)]; -term x R / 1000 is 6 q R kJ/(cm^3 s) (exothermic, positive).
+    // Species shares: nu q / rho [mol/(g s)]; N stands on both sides of R3: nu = 0.
+    const struct {
+        int kind, reaction, species;
+        const char* name;
+        double expected;
+    } cases[] = {{RateForward, 1, 0, "", q1},  {RateReverse, 1, 0, "", 0.0}, // R1 irreversible
+                 {RateNet, 1, 0, "", q1},      {RateForward, 2, 0, "", f2},
+                 {RateReverse, 2, 0, "", -r2}, {RateNet, 2, 0, "", f2 - r2},
+                 {RateHeatKJ, 1, 0, "", 6.0 * q1 * 8.314462618},
+                 {RateHeatKcal, 1, 0, "", 6.0 * q1 * 1.987204259},
+                 {RateSpeciesShare, 1, 2, "B", q1 / c.rho},
+                 {RateSpeciesShare, 1, 1, "A", -q1 / c.rho},
+                 {RateSpeciesShare, 3, 3, "N", 0.0}};
+    for (const auto& k : cases) {
+        SCOPED_TRACE(::testing::Message() << "kind " << k.kind << ", R" << k.reaction);
+        const CurveData d = PlotReac(st, k.kind, k.reaction, "", k.species, k.name, false);
+        ASSERT_EQ(d.values.size(), 3u);
+        for (double v : d.values) EXPECT_NEAR(v, k.expected, 1e-9 * std::fabs(k.expected));
+    }
+    st.ConcentrationUnit = 1;
+    const double perMolecule = q1 * 6.02214076E+23;
+    EXPECT_NEAR(PlotReac(st, RateForward, 1, "", 0, "", false).values[0], perMolecule,
+                1e-9 * perMolecule);
+    // R3 changes no species, so there is no heat, but it runs forward.
+    EXPECT_EQ(PlotReac(st, RateHeatKJ, 3, "", 0, "", false).values[0], 0.0);
+    EXPECT_GT(PlotReac(st, RateForward, 3, "", 0, "", false).values[0], 0.0);
+}
+
+TEST(PlotReac, LabelsAndScale)
+{
+    PostprocessorState st(MakeResults(TwoStates(0.2, 0.1)), Codata());
+    EXPECT_EQ(PlotReac(st, RateForward, 1, "", 0, "", false).label, "R1, Forward (mol/cm^3 sec)");
+    EXPECT_EQ(PlotReac(st, RateNet, 2, "", 0, "", true).label, " Log10(R2, Net (mol/cm^3 sec))");
+    EXPECT_EQ(PlotReac(st, RateHeatKJ, 1, "", 0, "", false).label, "R1, Heat  (kJ/cm^3 sec)");
+    EXPECT_EQ(PlotReac(st, RateHeatKcal, 1, "", 0, "", false).label, "R1, Heat  (kcal/cm^3 sec)");
+    EXPECT_EQ(PlotReac(st, RateTemperatureShare, 1, "", 0, "", false).label,
+              "R1,to T Deriv (K/sec)");
+    st.ScaleY = -3.0;
+    EXPECT_EQ(PlotReac(st, RateReverse, 1, "", 0, "", false).label, "R1, Reverse (mol/cm^3 sec)");
+    EXPECT_EQ(st.ScaleY, -3.0);
+    EXPECT_EQ(PlotReac(st, RateSpeciesShare, 1, "", 2, "B", false).label,
+              "R1,to {B} Deriv (mol/g sec)");
+    EXPECT_EQ(st.ScaleY, 3.0); // the species form takes the magnitude of the scale
+    st.ConcentrationUnit = 1;
+    EXPECT_EQ(PlotReac(st, RateNet, 1, "", 0, "", false).label, "R1, Net (1/cm^3 sec)");
+    EXPECT_EQ(DerivativeCurve(st, 1, "A", false).label, "d{A}/dt (mol/g sec)");
+}
+
+TEST(PlotReac, PartialEquilibriumAndZeroThreshold)
+{
+    // c_B / c_A = Kc: R2 stands in equilibrium, |q| / f far below 1E-6. Net is exactly 0,
+    // and so is the species share; the reverse form shows -f.
+    const double yA = 0.3 / (1.0 + Kc2);
+    PostprocessorState st(MakeResults(TwoStates(yA, 0.3 - yA)), Codata());
+    const CurveData f = PlotReac(st, RateForward, 2, "", 0, "", false);
+    EXPECT_GT(f.values[0], 0.0);
+    EXPECT_EQ(PlotReac(st, RateNet, 2, "", 0, "", false).values[0], 0.0);
+    EXPECT_EQ(PlotReac(st, RateSpeciesShare, 2, "", 1, "A", false).values[0], 0.0);
+    EXPECT_NEAR(PlotReac(st, RateReverse, 2, "", 0, "", false).values[0], -f.values[0],
+                1e-12 * f.values[0]);
+    // A reactant at or below the zero threshold (1E-14) enters as 0: no rate at all.
+    PostprocessorState low(MakeResults(TwoStates(1e-15, 0.3)), Codata());
+    const CurveData lowRate = PlotReac(low, RateForward, 1, "A=>B", 0, "", false);
+    EXPECT_EQ(lowRate.values[0], 0.0);
+    const PlotCurve none = PloConcentration(low, lowRate, false);
+    EXPECT_EQ(none.message.text,
+              "You are attempting to plot the function 'A=>B' where all values are zero.");
+}
+
+TEST(DerivativeCurve, SpeciesAndTemperature)
+{
+    PostprocessorState st(MakeResults(TwoStates(0.2, 0.1)), Codata());
+    const Conc c = HandConc(0.2, 0.1);
+    const double q1 = 2.0 * c.a;
+    const double q2 = 1e5 * c.a * c.n - 1e5 / Kc2 * c.b * c.n;
+    // d{A}/dt = -(q1 + q2) / rho; N is formed and consumed by R2 and R3 alike: 0.
+    EXPECT_NEAR(DerivativeCurve(st, 1, "A", false).values[0], -(q1 + q2) / c.rho,
+                1e-9 * (q1 + q2) / c.rho);
+    EXPECT_EQ(DerivativeCurve(st, 3, "N", false).values[0], 0.0);
+    // No temperature derivative with constant temperature.
+    EXPECT_TRUE(DerivativeCurve(st, 5, "T", false).values.empty());
+
+    // Energy equation with R1 alone: dT/dt = T sum(-w_i h_i/RT) / (Ctot sum x_i cp_i/R)
+    // = q1 (h_A - h_B)/R / (3.5 Ctot) = 6000 q1 / (3.5 Ctot), Ctot = P / (R T).
+    FixtureOptions o;
+    o.temperatureMode = 1;
+    o.onlyFirstReaction = true;
+    PostprocessorState hot(MakeResults(TwoStates(0.2, 0.1), o), Codata());
+    const double dTdt = 6000.0 * q1 / (3.5 * Ctot);
+    EXPECT_NEAR(DerivativeCurve(hot, 5, "T", false).values[0], dTdt, 1e-9 * dTdt);
+    EXPECT_NEAR(PlotReac(hot, RateTemperatureShare, 1, "", 0, "", false).values[0], dTdt,
+                1e-9 * dTdt);
 }
 
 } // namespace
