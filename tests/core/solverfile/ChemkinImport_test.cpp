@@ -13,12 +13,11 @@
 namespace zarvion::solverfile {
 namespace {
 
-using zarvion::testing::expectSlots;
 using chemkin::ParseEquation;
 using chemkin::ParseFortranNumber;
 using chemkin::SpeciesTable;
 using chemkin::ThirdBody;
-
+using zarvion::testing::expectSlots;
 using zarvion::testing::readBytes;
 
 //! Fixtures in tests/data/solverfile: thermo coefficient k (1-based) of an entry is k / 10 plus

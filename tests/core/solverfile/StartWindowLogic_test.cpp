@@ -158,9 +158,9 @@ TEST(StartWindowLogic, BoundsRangesAndSilentCorrections)
         auto check = zs::ValidateStartWindow(f);
         EXPECT_EQ(check.passed, c.field == F::None) << check.message;
         EXPECT_EQ(check.field, c.field);
-        if (c.tab) EXPECT_EQ(check.tab, c.tab);
-        if (c.message) EXPECT_EQ(check.message, c.message);
-        if (c.row != -2) EXPECT_EQ(check.fractionRow, c.row);
+        if (c.tab) { EXPECT_EQ(check.tab, c.tab); }
+        if (c.message) { EXPECT_EQ(check.message, c.message); }
+        if (c.row != -2) { EXPECT_EQ(check.fractionRow, c.row); }
         for (const Edit& e : c.after) EXPECT_EQ(at(check.fields, e), e.value);
     }
 }
