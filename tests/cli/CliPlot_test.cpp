@@ -93,25 +93,23 @@ TEST(CliPlot, ChartsHoldTheCurvesOfTheViewCommands)
 {
     const auto pg = scratch("stack.pg"), again = scratch("again.pg");
     std::filesystem::remove(pg);
-    const std::string out = " --pg " + quoted(pg);
-    // View command and the plot options of the same curve, every producer once. The first
-    // curves are thinned, so the later, longer ones must widen the chart without touching them.
-    const std::pair<std::string, std::string> producers[] = {
-        {"profile --species OH --kind mole --every 3 --from 1e-5 --to 5e-4",
-         " --species OH --kind mole --every 3 --from 1e-5 --to 5e-4"},
-        {"profile --species H2O --kind mass --log --every 4",
-         " --species H2O --kind mass --log --every 4"},
-        {"rate --reaction 1 --kind net", " --rate 1 --kind net"},
-        {"mean --item T --scale 2", " --mean T --scale 2"},
-        {"derivative --species T --to 5e-4", " --derivative T --to 5e-4"},
-    };
+    // Every producer once: the view command, its curve option, the same as a plot option, and
+    // further options of both. The first curves are thinned, so the later, longer ones must
+    // widen the chart without touching them.
+    struct Producer { std::string command, viewCurve, plotCurve, options; };
+    const Producer producers[] = {
+        {"profile", " --species OH", " --species OH",
+         " --kind mole --every 3 --from 1e-5 --to 5e-4"},
+        {"profile", " --species H2O", " --species H2O", " --kind mass --log --every 4"},
+        {"rate", " --reaction 1", " --rate 1", " --kind net"},
+        {"mean", " --item T", " --mean T", " --scale 2"},
+        {"derivative", " --species T", " --derivative T", " --to 5e-4"}};
     std::vector<Curve> curves;
-    for (const auto& [view, plot] : producers) {
-        const auto space = view.find(' ');
-        curves.push_back(viewCurve(view.substr(0, space) + " " + Sample + view.substr(space)));
-        ASSERT_GT(curves.back().values, 2) << view;
-        const CliRun r = runCli("plot " + Sample + plot + out + " --seed 3" +
-                                (curves.size() > 1 ? " --add" : ""));
+    for (const auto& p : producers) {
+        curves.push_back(viewCurve(p.command + " " + Sample + p.viewCurve + p.options));
+        ASSERT_GT(curves.back().values, 2) << p.command << p.viewCurve;
+        const std::string plot = "plot " + Sample + p.plotCurve + p.options + " --seed 3 --pg ";
+        const CliRun r = runCli(plot + quoted(pg) + (curves.size() > 1 ? " --add" : ""));
         ASSERT_EQ(r.exitCode, 0) << plot << "\n" << r.err;
         if (curves.size() > 1) continue;
         // A new chart is titled after its curve. The same seed gives the same styles: the
@@ -120,15 +118,14 @@ TEST(CliPlot, ChartsHoldTheCurvesOfTheViewCommands)
         EXPECT_EQ(chart.settings.at("Main title:"), "OH");
         EXPECT_EQ(chart.settings.at("Subtitle:"), curves[0].label);
         EXPECT_EQ(chart.settings.at("X axis label:"), "Time (sec)");
-        ASSERT_EQ(runCli("plot " + Sample + plot + " --pg " + quoted(again) + " --seed 3").exitCode,
-                  0);
+        ASSERT_EQ(runCli(plot + quoted(again)).exitCode, 0);
         EXPECT_EQ(ReadFile(pg), ReadFile(again));
     }
     ASSERT_LT(curves[1].rows, curves[2].rows);
     expectChartOf(pg, curves);
 
     // Without --add the file is replaced by a chart of the new curve alone.
-    ASSERT_EQ(runCli("plot " + Sample + producers[3].second + out).exitCode, 0);
+    ASSERT_EQ(runCli("plot " + Sample + " --mean T --scale 2 --pg " + quoted(pg)).exitCode, 0);
     expectChartOf(pg, {curves[3]});
 }
 

@@ -54,7 +54,6 @@ TEST(ConstantPressureJacobian, MatchesFiniteDifferences)
         auto y = p.massFractionsFromMoleFractions(std::vector<double>{0.02, 0.2, 0.005, 0.775});
         if (c.mode == 1) y.push_back(c.T);
         const int n = p.size(), ns = p.speciesCount();
-        ASSERT_EQ(n, ns + c.mode);
         std::vector<double> dense(n * n);
         p.denseJacobian(y, dense.data());
         // Entries are compared against the largest magnitude in their row: rows mix terms of
