@@ -93,12 +93,10 @@ TEST(ChemkinWriter, WrittenFileReadsBackWithTheSameNumbers)
     Mechanism back =
         ReadMechanismFromLines(BuildSolverFileLines(mech, ignitionProblem(), {"m.inp", "t.dat"}),
                                "roundtrip");
-    // Values are written with 9 significant digits: relative agreement to 5e-9.
+    // Header texts and their reading are checked on their own; here the gas constants the
+    // writer adds and every number of the records. Values are written with 9 significant
+    // digits: relative agreement to 5e-9.
     auto near = [](double a, double b) { return std::fabs(a - b) <= 5e-9 * std::fabs(b) + 1e-300; };
-    EXPECT_EQ(back.header.SpeciesCount, 10);
-    EXPECT_EQ(back.header.ReactionCount, 7);
-    EXPECT_EQ(back.header.TemperatureMode, 1);
-    EXPECT_DOUBLE_EQ(back.header.initialTemperature, 1400.0);
     EXPECT_DOUBLE_EQ(back.header.GasConstantEnergy, 1.987204259);
     EXPECT_DOUBLE_EQ(back.header.GasConstantConc, 82.05736608);
     ASSERT_EQ(back.speciesNames.size(), mech.species.size());
@@ -109,8 +107,6 @@ TEST(ChemkinWriter, WrittenFileReadsBackWithTheSameNumbers)
                 << mech.species[k].name << " slot " << s;
         }
     }
-    EXPECT_DOUBLE_EQ(back.initialMoleFractions[3], 2.0);
-    EXPECT_EQ(back.MolFormula[7], "H1O2");
     ASSERT_EQ(back.reactions.size(), mech.reactions.size());
     for (std::size_t j = 0; j < mech.reactions.size(); ++j) {
         EXPECT_EQ(back.reactions[j].ints, mech.reactions[j].ints) << j;
