@@ -245,15 +245,8 @@ TEST(DataViews, SelectionLimitOfTenAndValueFormat)
 
 const double Kc2 = std::exp(6.0); // exp(-(h_B - h_A)/RT) at 1000 K, s/R cancels, dn = 0
 
-struct Conc {
-    double rho, a, b, n;
-};
-
-//! Concentrations of the fixture state (1000 K, 1 atm, S = 0.04) by hand [mol/cm^3].
-Conc HandConc(double yA, double yB)
-{
-    return {Rho, yA * Rho / 20.0, yB * Rho / 20.0, 0.7 * Rho / 28.0};
-}
+// Concentrations of TwoStates(0.2, 0.1) by hand, c = y rho / W [mol/cm^3].
+const double CA = 0.2 * Rho / 20.0, CB = 0.1 * Rho / 20.0, CN = 0.7 * Rho / 28.0;
 
 std::vector<FixtureState> TwoStates(double yA, double yB)
 {
@@ -264,10 +257,9 @@ std::vector<FixtureState> TwoStates(double yA, double yB)
 TEST(PlotReac, SevenFormsAgainstHandRates)
 {
     PostprocessorState st(MakeResults(TwoStates(0.2, 0.1)), Codata());
-    const Conc c = HandConc(0.2, 0.1);
-    const double q1 = 2.0 * c.a;             // R1 A=>B, k = 2 /s
-    const double f2 = 1e5 * c.a * c.n;       // R2 forward
-    const double r2 = 1e5 / Kc2 * c.b * c.n; // R2 reverse
+    const double q1 = 2.0 * CA;            // R1 A=>B, k = 2 /s
+    const double f2 = 1e5 * CA * CN;       // R2 forward
+    const double r2 = 1e5 / Kc2 * CB * CN; // R2 reverse
     // Heat: h_B/RT - h_A/RT = (-5000 - 1000) / 1000 = -6, so the heat term is -6000 q [K mol/
     // (cm^3 s)]; -term x R / 1000 is 6 q R kJ/(cm^3 s) (exothermic, positive).
     // Species shares: nu q / rho [mol/(g s)]; N stands on both sides of R3: nu = 0.
@@ -280,8 +272,8 @@ TEST(PlotReac, SevenFormsAgainstHandRates)
                  {RateReverse, 2, 0, "", -r2}, {RateNet, 2, 0, "", f2 - r2},
                  {RateHeatKJ, 1, 0, "", 6.0 * q1 * 8.314462618},
                  {RateHeatKcal, 1, 0, "", 6.0 * q1 * 1.987204259},
-                 {RateSpeciesShare, 1, 2, "B", q1 / c.rho},
-                 {RateSpeciesShare, 1, 1, "A", -q1 / c.rho},
+                 {RateSpeciesShare, 1, 2, "B", q1 / Rho},
+                 {RateSpeciesShare, 1, 1, "A", -q1 / Rho},
                  {RateSpeciesShare, 3, 3, "N", 0.0}};
     for (const auto& k : cases) {
         SCOPED_TRACE(::testing::Message() << "kind " << k.kind << ", R" << k.reaction);
@@ -342,12 +334,11 @@ TEST(PlotReac, PartialEquilibriumAndZeroThreshold)
 TEST(DerivativeCurve, SpeciesAndTemperature)
 {
     PostprocessorState st(MakeResults(TwoStates(0.2, 0.1)), Codata());
-    const Conc c = HandConc(0.2, 0.1);
-    const double q1 = 2.0 * c.a;
-    const double q2 = 1e5 * c.a * c.n - 1e5 / Kc2 * c.b * c.n;
+    const double q1 = 2.0 * CA;
+    const double q2 = 1e5 * CA * CN - 1e5 / Kc2 * CB * CN;
     // d{A}/dt = -(q1 + q2) / rho; N is formed and consumed by R2 and R3 alike: 0.
-    EXPECT_NEAR(DerivativeCurve(st, 1, "A", false).values[0], -(q1 + q2) / c.rho,
-                1e-9 * (q1 + q2) / c.rho);
+    EXPECT_NEAR(DerivativeCurve(st, 1, "A", false).values[0], -(q1 + q2) / Rho,
+                1e-9 * (q1 + q2) / Rho);
     EXPECT_EQ(DerivativeCurve(st, 3, "N", false).values[0], 0.0);
     // No temperature derivative with constant temperature.
     EXPECT_TRUE(DerivativeCurve(st, 5, "T", false).values.empty());
