@@ -9,6 +9,7 @@
 
 using namespace zarvion::charts;
 using namespace zarvion::charts::testing;
+using namespace std::string_literals;
 
 TEST(ChartStyle, RandomStylesStandardColoursAndReactionLabels)
 {
@@ -19,8 +20,9 @@ TEST(ChartStyle, RandomStylesStandardColoursAndReactionLabels)
     for (auto [r, index] : colours) {
         EXPECT_EQ(RandomColorIndex(r), index) << r;
     }
-    EXPECT_EQ((std::vector<int>{RandomPointCode(0.25), RandomPointCode(0.35), RandomPointCode(0.99)}),
-              (std::vector<int>{2, 4, 10}));
+    EXPECT_EQ(
+        (std::vector<int>{RandomPointCode(0.25), RandomPointCode(0.35), RandomPointCode(0.99)}),
+        (std::vector<int>{2, 4, 10}));
     EXPECT_EQ((std::vector<Color>{StandardColor(4), StandardColor(9), StandardColor(15),
                                   StandardColor(16)}),
               (std::vector<Color>{0x800000, 0x0000FF, 0xFFFFFF, 0}));
@@ -49,9 +51,10 @@ TEST(ChartColours, MonochromeKeepsTheColoursAndGivesThemBack)
                                   k.graphBackground, k.shadow, colour.annotations[0].color,
                                   colour.subsets[0].color, colour.subsets[1].color,
                                   colour.subsets[2].color}));
-    EXPECT_EQ((std::vector<Color>{c.colors.graphForeground, c.colors.graphBackground,
-                                  c.annotations[100].color, c.subsets[0].color, c.subsets[2].color}),
-              (std::vector<Color>{0, 0xFFFFFF, 0, 0, 0}));
+    EXPECT_EQ(
+        (std::vector<Color>{c.colors.graphForeground, c.colors.graphBackground,
+                            c.annotations[100].color, c.subsets[0].color, c.subsets[2].color}),
+        (std::vector<Color>{0, 0xFFFFFF, 0, 0, 0}));
     c.Monochr(); // a second switch must not lose the stored colours
     c.PlotCol();
     EXPECT_TRUE(c.COLORBOOLTT());
@@ -59,10 +62,10 @@ TEST(ChartColours, MonochromeKeepsTheColoursAndGivesThemBack)
     EXPECT_THROW(c.colorBackupSlot(0), zarvion::Error);
 }
 
-namespace {
-
-PlotExchange twoSubsetExchange()
+TEST(Intit, BuildsTheChartFromTheExchange)
 {
+    ChartDocument c = RichChart(4, 3);
+    c.xAxis.manualScale = 1;
     PlotExchange ex;
     ex.SubsetCount = 2;
     ex.PointCount = 6;
@@ -74,25 +77,14 @@ PlotExchange twoSubsetExchange()
     ex.PlotTitles[1] = "Main";
     ex.PlotTitles[3] = "Time (sec)";
     ex.DefaultSubtitle = "Default sub";
-    return ex;
-}
-
-} // namespace
-
-TEST(Intit, BuildsTheChartFromTheExchange)
-{
-    ChartDocument c = RichChart(4, 3);
-    c.xAxis.manualScale = 1;
-    PlotExchange ex = twoSubsetExchange();
     Intit(c, ex, false, false, Sequence({0.5, 0.25, 0.875, 0.05}));
     ASSERT_EQ(c.subsetCount(), 2);
-    EXPECT_EQ(c.points, 6);
-    EXPECT_EQ(c.subsets[0].label, "OH");
+    EXPECT_EQ(std::tuple(c.points, c.subsets[0].label, c.xAxis.manualScale),
+              std::tuple(6, "OH"s, 0));
     EXPECT_EQ(c.subsets[0].y, (Values{0, 10, NullValue, 30, 40, 50})); // NaN isn't a value
     EXPECT_EQ(c.subsets[1].x, ex.ChartDataBuffer[2]);
     EXPECT_EQ(c.subsets[1].y, ex.ChartDataBuffer[3]);
     EXPECT_EQ(Titles(c), (Strings{"Main", "Default sub", "Time (sec)", "Y-Axis"}));
-    EXPECT_EQ(c.xAxis.manualScale, 0);
     EXPECT_EQ(c.annotations[0].text, "first note"); // slot 0 isn't cleared
     for (int slot : {1, 100, 101, 300}) {
         EXPECT_TRUE(c.annotations[slot].isFree()) << slot;
@@ -145,10 +137,9 @@ TEST(Histogram, BarsAreOneSubsetEachWithTheirColoursAndMark)
     PlotExchange ex;
     LayoutHistogram(c, ex, "OH Production", {{"R1", 2.5e-6}, {"R7", -1e-7}, {"R9", NullValue}});
     ASSERT_EQ(c.subsetCount(), 3);
-    EXPECT_EQ(c.points, 1);
-    EXPECT_EQ(c.plottingMethod, HistogramMethod);
-    EXPECT_EQ(c.annotations[HistogramSlot].text, "Histogram");
-    EXPECT_EQ(c.mainTitle, "OH Production");
+    EXPECT_EQ(
+        std::tuple(c.points, c.plottingMethod, c.annotations[HistogramSlot].text, c.mainTitle),
+        std::tuple(1, HistogramMethod, "Histogram"s, "OH Production"s));
     EXPECT_EQ((Values{c.subsets[0].x[0], c.subsets[1].x[0], c.subsets[2].x[0]}), (Values{1, 2, 3}));
     EXPECT_EQ((Values{c.subsets[0].y[0], c.subsets[1].y[0], c.subsets[2].y[0]}),
               (Values{2.5e-6, -1e-7, NullValue}));

@@ -51,8 +51,8 @@ TEST(ChartFile, RoundTripIsExact)
     c.annotations[5] = Annotation{"", 3.0, 4.0, 2, 0x123456};
     c.subsets[0].x[1] = std::numeric_limits<double>::infinity();
     const ChartDocument loaded = saveAndLoad(c, "empty-slot");
-    EXPECT_TRUE(loaded.annotations[5].isFree());
-    EXPECT_EQ(loaded.annotations[5].type, 0);
+    EXPECT_EQ(std::pair(loaded.annotations[5].isFree(), loaded.annotations[5].type),
+              std::pair(true, 0));
     EXPECT_EQ(loaded.subsets[0].x[1], NullValue);
 }
 
@@ -123,12 +123,9 @@ TEST(ChartFile, SaveNeedsAPathAndSaveAsSetsTheFlags)
     const Color own = c.subsets[0].color;
     c.selected = {true, 0, own};
     c.subsets[0].color = 0xFF00FF;
-    ASSERT_TRUE(SaveGraphTT(c, dir / "a.pg"));
-    EXPECT_FALSE(c.selected.active);
-    EXPECT_EQ(c.subsets[0].color, own);
-    EXPECT_EQ(c.ChartPath, (dir / "a.pg").string());
-    EXPECT_FALSE(c.mustSave);
-    EXPECT_TRUE(c.hasFile);
+    ASSERT_TRUE(SaveGraphTT(c, dir / "a.pg")); // the selection ends
+    EXPECT_EQ(std::tuple(c.selected.active, c.subsets[0].color, c.ChartPath, c.mustSave, c.hasFile),
+              std::tuple(false, own, (dir / "a.pg").string(), false, true));
 
     c.mainTitle = "changed";
     c.MustSave();

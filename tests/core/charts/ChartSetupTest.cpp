@@ -13,7 +13,8 @@ namespace {
 AxisFields axis(int mode, std::string hi, std::string lo, std::string major, std::string minor,
                 bool show = true)
 {
-    return AxisFields{show, mode, std::move(hi), std::move(lo), std::move(major), std::move(minor), 3};
+    return AxisFields{show, mode, std::move(hi), std::move(lo), std::move(major), std::move(minor),
+                      3};
 }
 
 } // namespace
@@ -131,8 +132,9 @@ TEST(ChartSetup, ApplyWritesAndCancelRestores)
     session.fields.textSize = TextLarge;
     outcome = session.ToPlotOk(); // Apply
     ASSERT_TRUE(outcome.ok);
-    EXPECT_EQ(std::tuple(c.xAxis.manualScale, c.xAxis.logScale, c.xAxis.manualMin, c.yAxis.majorTick),
-              std::tuple(+AxisLog, true, 0.01, 3.0));
+    EXPECT_EQ(
+        std::tuple(c.xAxis.manualScale, c.xAxis.logScale, c.xAxis.manualMin, c.yAxis.majorTick),
+        std::tuple(+AxisLog, true, 0.01, 3.0));
     EXPECT_EQ((Strings{c.xAxis.numberPattern, c.yAxis.numberPattern}),
               (Strings{"0.0000E+00", "0.0E+00"}));
     EXPECT_EQ((std::array{c.colors.graphBackground, c.annotations[100].color, c.subsets[1].color}),

@@ -18,7 +18,8 @@ using Values = std::vector<double>;
 //! A random source that replays the given numbers in turn, then repeats the last.
 inline RandomSource Sequence(std::vector<double> values)
 {
-    auto state = std::make_shared<std::pair<std::vector<double>, std::size_t>>(std::move(values), 0);
+    auto state =
+        std::make_shared<std::pair<std::vector<double>, std::size_t>>(std::move(values), 0);
     return [state]() {
         auto& [v, i] = *state;
         return v[std::min(i++, v.size() - 1)];

@@ -5,13 +5,15 @@
 #include <gtest/gtest.h>
 
 using namespace zarvion::textdocs;
+using namespace std::string_literals;
 
 namespace {
 
 PageSetupResult validate(std::array<std::string, 4> margins, int paper = PaperLetter,
                          int orientation = Portrait, std::string first = "")
 {
-    return ValidatePageSetup(PageSetupInput{std::move(margins), std::move(first), paper, orientation});
+    return ValidatePageSetup(
+        PageSetupInput{std::move(margins), std::move(first), paper, orientation});
 }
 
 } // namespace
@@ -19,22 +21,15 @@ PageSetupResult validate(std::array<std::string, 4> margins, int paper = PaperLe
 TEST(PageSetup, FieldChecksInOrder)
 {
     const auto start = validate({"0.5", "0.5", "1", "1"});
-    EXPECT_TRUE(start.ok);
-    EXPECT_TRUE(start.message.empty());
+    EXPECT_TRUE(start.ok && start.message.empty());
     EXPECT_EQ(start.pageParameters, (std::array<float, 6>{0.5f, 0.5f, 1.0f, 1.0f, 1.0f, 1.0f}));
-    EXPECT_EQ(MarginText(1.0), "1.");
-    EXPECT_EQ(MarginText(0.5), "0.5");
+    EXPECT_EQ(std::pair(MarginText(1.0), MarginText(0.5)), std::pair("1."s, "0.5"s));
 
     // All margins are checked for numbers before any is checked for sign.
     const std::string top = "Top margin, please enter a positive number.";
     const std::string firstPage = "First page number, please enter an integer.";
-    struct Case {
-        std::array<std::string, 4> margins;
-        std::string first;
-        PageSetupField field;
-        std::string text;
-    };
-    const Case cases[] = {
+    using Margins = std::array<std::string, 4>;
+    const std::tuple<Margins, std::string, PageSetupField, std::string> cases[] = {
         {{"0.5", "abc", "1", "1"}, "", PageSetupField::Right,
          "Right margin, please enter a positive number."},
         {{"-1", "0.5", "1", "x"}, "", PageSetupField::Bottom,
@@ -47,12 +42,11 @@ TEST(PageSetup, FieldChecksInOrder)
         {{"1", "1", "1", "1"}, "x", PageSetupField::FirstPage, firstPage},
         {{"1", "1", "1", "1"}, "1,0", PageSetupField::FirstPage, firstPage},
     };
-    for (const Case& k : cases) {
-        const auto r = validate(k.margins, PaperLetter, Portrait, k.first);
-        EXPECT_FALSE(r.ok || r.parametersSet) << k.text;
-        EXPECT_EQ(r.field, k.field) << k.text;
-        EXPECT_EQ(r.message.text, k.text);
-        EXPECT_EQ(r.message.style, zarvion::shell::StyleWarning);
+    for (const auto& [margins, first, field, text] : cases) {
+        const auto r = validate(margins, PaperLetter, Portrait, first);
+        EXPECT_FALSE(r.ok || r.parametersSet) << text;
+        EXPECT_EQ(std::tuple(r.field, r.message.text, r.message.style),
+                  std::tuple(field, text, +zarvion::shell::StyleWarning));
     }
     for (const char* good : {"", "5", "-3", "1E3"}) {
         EXPECT_TRUE(validate({"1", "1", "1", "1"}, PaperLetter, Portrait, good).ok) << good;
@@ -74,17 +68,13 @@ TEST(PageSetup, OneInchOfTextMustRemain)
 {
     // A4 portrait width 11907*0.97 = 11549.79: 3.5+3.5+1 in = 11520 fits, 3.6 = 11808 not.
     const auto r = validate({"3.6", "3.6", "1", "1"}, PaperA4);
-    EXPECT_FALSE(r.ok);
-    EXPECT_EQ(r.message.text, "Print setup, reduce the page margins.");
-    EXPECT_EQ(r.field, PageSetupField::Left);
-    EXPECT_TRUE(r.parametersSet); // stored before the size check
-    EXPECT_FLOAT_EQ(r.pageParameters[0], 3.6f);
-    struct Case {
-        std::array<std::string, 4> margins;
-        int paper, orientation;
-        PageSetupField field; // None: fits
-    };
-    const Case cases[] = {
+    // Refused, but the parameters were stored before the size check.
+    EXPECT_EQ(std::tuple(r.ok, r.message.text, r.field, r.parametersSet, r.pageParameters[0]),
+              std::tuple(false, "Print setup, reduce the page margins."s, PageSetupField::Left,
+                         true, 3.6f));
+    using Margins = std::array<std::string, 4>;
+    // Margins, paper, orientation and the refused field (None: fits).
+    const std::tuple<Margins, int, int, PageSetupField> cases[] = {
         {{"3.5", "3.5", "1", "1"}, PaperA4, Portrait, PageSetupField::None},
         // A4 portrait height 16839.9*0.97 = 16334.70: 5.1+5.1+1 in = 16128 fits, 5.2 = 16416 not.
         {{"1", "1", "5.1", "5.1"}, PaperA4, Portrait, PageSetupField::None},
@@ -95,21 +85,20 @@ TEST(PageSetup, OneInchOfTextMustRemain)
         {{"4.84", "4.84", "1", "1"}, PaperLetter, Landscape, PageSetupField::Left},
         {{"4.83", "4.83", "1", "1"}, PaperLetter, Portrait, PageSetupField::Left},
     };
-    for (const Case& k : cases) {
-        const auto v = validate(k.margins, k.paper, k.orientation);
-        EXPECT_EQ(v.ok, k.field == PageSetupField::None) << k.margins[0] << " " << k.margins[2];
-        EXPECT_EQ(v.field, k.field) << k.margins[0] << " " << k.margins[2];
+    for (const auto& [margins, paper, orientation, field] : cases) {
+        const auto v = validate(margins, paper, orientation);
+        EXPECT_EQ(std::pair(v.ok, v.field), std::pair(field == PageSetupField::None, field))
+            << margins[0] << " " << margins[2] << " on " << paper << "/" << orientation;
     }
 }
 
 TEST(PageSetup, PaperReportsAndTexts)
 {
-    const auto a4 = PrintablePaperTwips(PaperA4, Portrait);
-    EXPECT_NEAR(a4[0], 11549.79, 1e-6);
-    EXPECT_NEAR(a4[1], 16334.703, 1e-6);
-    const auto letterLand = PrintablePaperTwips(PaperLetter, Landscape);
-    EXPECT_NEAR(letterLand[0], 15364.8, 1e-6);
-    EXPECT_NEAR(letterLand[1], 11872.8, 1e-6);
+    // 11907*0.97, 16839.9*0.97; landscape Letter 15840*0.97, 12240*0.97 (to 1E-6 twips).
+    EXPECT_NEAR(PrintablePaperTwips(PaperA4, Portrait)[0], 11549.79, 1e-6);
+    EXPECT_NEAR(PrintablePaperTwips(PaperA4, Portrait)[1], 16334.703, 1e-6);
+    EXPECT_NEAR(PrintablePaperTwips(PaperLetter, Landscape)[0], 15364.8, 1e-6);
+    EXPECT_NEAR(PrintablePaperTwips(PaperLetter, Landscape)[1], 11872.8, 1e-6);
 
     EXPECT_EQ(SelectReportForm({0.5f, 0.5f, 1, 1, 9, 1}), ReportForm::PRINT_PREVIEW);
     EXPECT_EQ(SelectReportForm({0.5f, 0.5f, 1, 1, 9, 2}), ReportForm::PRINT_PREVIEW_Land);
@@ -119,8 +108,9 @@ TEST(PageSetup, PaperReportsAndTexts)
     // A4 landscape: 16839.9*0.97 - 2880 = 13454.703 -> 13455 twips.
     EXPECT_EQ(PrintWidthTwips({1, 1, 1, 1, 9, 2}), 13455);
 
-    EXPECT_EQ(PageNumberText(1, 5, 1), "5   "); // first page shows the first page number
-    EXPECT_EQ(PageNumberText(3, 5, 0), "   7");
+    // Page + first - 1, blanks away from the alignment.
+    EXPECT_EQ(std::pair(PageNumberText(1, 5, 1), PageNumberText(3, 5, 0)),
+              std::pair("5   "s, "   7"s));
     EXPECT_EQ((std::vector<int>{PageHeaderHeight("", false), PageHeaderHeight("", true),
                                 PageHeaderHeight("Heading", false)}),
               (std::vector<int>{0, 360, 360}));

