@@ -66,7 +66,8 @@ TEST(GetReadOnlyState, StatesClearingAndSilentDelete)
     ReadOnlyState ro = GetReadOnlyState(file, false);
     EXPECT_EQ(ro.state, 1);
     EXPECT_EQ(ro.message, "File " + file.string() +
-                              " is read-only, remove this attribute. The program has been terminated.");
+                              " is read-only, remove this attribute. The program has been "
+                              "terminated.");
     ro = GetReadOnlyState(file, true);
     EXPECT_EQ(ro.state, 32);
     EXPECT_EQ(ro.message, "");

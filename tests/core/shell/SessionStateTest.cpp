@@ -167,7 +167,8 @@ TEST(AuxiliaryFiles, TotOpnErrAndCursorFilesCheck)
     EXPECT_EQ(TotOpnErr(dir.path()).text.substr(0, 19), "The auxiliary file ");
     WriteFileAtomically(missing, "x");
     EXPECT_TRUE(TotOpnErr(missing).empty());
-    fs::permissions(missing, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    fs::permissions(missing, fs::perms::owner_read | fs::perms::group_read |
+                                 fs::perms::others_read);
     m = TotOpnErr(missing);
     EXPECT_EQ(m.text, "File " + missing.string() +
                           " is read-only, remove this attribute. The program has been terminated.");
@@ -181,7 +182,8 @@ TEST(AuxiliaryFiles, TotOpnErrAndCursorFilesCheck)
                           " not found. \r\nThe program has been terminated.");
     EXPECT_EQ(m.style, StyleCritical);
     // A loader that cannot decode the cursor names the cursor first.
-    m = CursorFiles_Check(assist, [](const fs::path& p) { return p.filename() != "Dragcopy.cur"; });
+    m = CursorFiles_Check(assist,
+                          [](const fs::path& p) { return p.filename() != "Dragcopy.cur"; });
     EXPECT_NE(m.text.find("Dragcopy.cur not found."), std::string::npos);
 }
 

@@ -11,7 +11,8 @@ class TempFolder {
 public:
     TempFolder()
     {
-        std::string pattern = (std::filesystem::temp_directory_path() / "zarv-test-XXXXXX").string();
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "zarv-test-XXXXXX").string();
         if (::mkdtemp(pattern.data()) == nullptr) {
             throw std::runtime_error("cannot create a temporary folder");
         }
