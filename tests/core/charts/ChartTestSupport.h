@@ -4,7 +4,6 @@
 #include "charts/ChartDocument.h"
 
 #include <filesystem>
-#include <memory>
 #include <random>
 #include <string>
 #include <utility>
@@ -16,14 +15,9 @@ using Strings = std::vector<std::string>;
 using Values = std::vector<double>;
 
 //! A random source that replays the given numbers in turn, then repeats the last.
-inline RandomSource Sequence(std::vector<double> values)
+inline RandomSource Sequence(std::vector<double> v)
 {
-    auto state =
-        std::make_shared<std::pair<std::vector<double>, std::size_t>>(std::move(values), 0);
-    return [state]() {
-        auto& [v, i] = *state;
-        return v[std::min(i++, v.size() - 1)];
-    };
+    return [v, i = std::size_t{0}]() mutable { return v[std::min(i++, v.size() - 1)]; };
 }
 
 //! A chart of `count` subsets with `points` points each, every property set away from its

@@ -168,27 +168,27 @@ TEST(FindRich, FindsInTurnWrapsAndReplacesThePresentHit)
 TEST(ReplaceAll, CountsAndAlwaysMarks)
 {
     // A replacement that holds the search text ends: the search passes each replacement.
-    struct Case {
-        const char *text, *what, *replacement;
-        int options;
-        const char* result;
-        int count;
-    };
-    const Case cases[] = {{"cat cat cat", "cat", "dog", 0, "dog dog dog", 3},
-                          {"cat Cat", "cat", "cats", 0, "cats cats", 2},
-                          {"Cat cat", "cat", "x", FindMatchCase, "Cat x", 1},
-                          {"aaaa", "aa", "", 0, "", 2},
-                          {"nothing here", "cat", "dog", 0, "nothing here", 0}};
-    for (const Case& k : cases) {
+    // Text, search, replacement, options, the text after and the message.
+    using Case = std::tuple<const char*, const char*, const char*, int, std::string, std::string>;
+    const Case cases[] = {
+        {"cat cat cat", "cat", "dog", 0, "dog dog dog",
+         "In the document, 3 replacement(s) have been made."},
+        {"cat Cat", "cat", "cats", 0, "cats cats",
+         "In the document, 2 replacement(s) have been made."},
+        {"Cat cat", "cat", "x", FindMatchCase, "Cat x",
+         "In the document, 1 replacement(s) have been made."},
+        {"aaaa", "aa", "", 0, "", "In the document, 2 replacement(s) have been made."},
+        {"nothing here", "cat", "dog", 0, "nothing here",
+         "In the document, 0 replacement(s) have been made."}};
+    for (const auto& [text, what, replacement, options, after, message] : cases) {
         MemoryTextBox box;
-        box.setText(k.text);
+        box.setText(text);
         TextDocument doc;
         int count = -1;
-        const auto m = doc.Replace_ALL(box, k.what, k.replacement, k.options, &count);
-        EXPECT_EQ(box.text(), k.result);
-        EXPECT_EQ(count, k.count) << k.text;
-        EXPECT_EQ(m.text, "In the document, " + std::to_string(k.count) +
-                              " replacement(s) have been made.");
-        EXPECT_TRUE(doc.Modified) << k.text;
+        const auto m = doc.Replace_ALL(box, what, replacement, options, &count);
+        EXPECT_EQ(std::tuple(box.text(), m.text, doc.Modified), std::tuple(after, message, true));
+        // The count handed back is the one in the message.
+        EXPECT_EQ("In the document, " + std::to_string(count) + " replacement(s) have been made.",
+                  message);
     }
 }
