@@ -112,25 +112,6 @@ TEST(PlotProfile, SteadyStateIntervalAndLongReactionTitles)
               (Strings{eq.substr(0, 48), eq.substr(48), "H+O2=OH+O", "Empty", "Empty", "Empty"}));
 }
 
-TEST(SubSetAdd, BlankChartTakesItsFirstSubsetAndMonochromeGetsBlack)
-{
-    ChartDocument c;
-    c.subsets.resize(1);
-    c.setPoints(1); // one subset of one point counts as empty
-    c.Monochr();
-    PlotExchange ex;
-    ex.AddLabelBuffer = {"pasted"};
-    ex.AddDataBuffer = {{1, 2, 3}, {4, 5, 6}};
-    ex.AddSubsetCount = 1;
-    ex.AddPointCount = 3;
-    SubSetAdd(c, ex, "Empty", "Empty", Sequence({0.25, 0.5}));
-    ASSERT_EQ(c.subsetCount(), 1);
-    EXPECT_EQ(std::tuple(c.points, c.subsets[0].label, c.subsets[0].color, c.ColorBackup.size()),
-              std::tuple(3, "pasted"s, 0u, 7u));
-    c.PlotCol();
-    EXPECT_EQ(c.subsets[0].color, StandardColor(4));
-}
-
 TEST(SubsetDel, ShiftsLabelsStylesOverflowAndBackupColours)
 {
     ChartDocument c = RichChart(3, 2);
@@ -188,6 +169,18 @@ TEST(SubsetClipboard, CutCopyPasteMoveSubsetsBetweenCharts)
     const double n = NullValue;
     EXPECT_EQ(target.subsets[1].y, (Values{0.5, -3.25, 1e-5, 12345678.9, n, n, n, n, n}));
     EXPECT_TRUE(target.mustSave);
+    // A blank chart (one subset of one point) takes the pasted subset as its first; a
+    // monochrome chart draws it black and keeps its colour (0.5 -> red) for later.
+    ChartDocument blank;
+    blank.subsets.resize(1);
+    blank.setPoints(1);
+    blank.Monochr();
+    EXPECT_TRUE(PASTESS(blank, ex, copy.clipboardText, Sequence({0.25, 0.5})).empty());
+    EXPECT_EQ(std::tuple(blank.subsetCount(), blank.points, blank.subsets[0].label,
+                         blank.subsets[0].color, blank.ColorBackup.size()),
+              std::tuple(1, 4, "R5,start"s, 0u, 7u));
+    blank.PlotCol();
+    EXPECT_EQ(blank.subsets[0].color, StandardColor(4));
 
     SubSetSelect(source, st, 1);
     EXPECT_TRUE(CUTSS(source, st, "a", SomeTime).done);
