@@ -20,13 +20,20 @@ struct CliRun {
     std::string out, err;
 };
 
-//! A path in this test process's own scratch folder.
+//! A path in this test process's own scratch folder, removed when the process ends.
 inline std::filesystem::path scratch(const std::string& name)
 {
-    const auto dir = std::filesystem::temp_directory_path() /
-                     ("zarvion-cli-test-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(dir);
-    return dir / name;
+    static const struct ScratchDir {
+        std::filesystem::path path = std::filesystem::temp_directory_path() /
+                                     ("zarvion-cli-test-" + std::to_string(::getpid()));
+        ~ScratchDir()
+        {
+            std::error_code ec;
+            std::filesystem::remove_all(path, ec);
+        }
+    } dir;
+    std::filesystem::create_directories(dir.path);
+    return dir.path / name;
 }
 
 inline std::string quoted(const std::string& s) { return "'" + s + "'"; }

@@ -66,7 +66,7 @@ int main(int argc, char* argv[])
 
     auto* doc = qobject_cast<RES_ShowFile*>(frame.activeChild());
     doc->RunSol();
-    QTest::qWaitFor([] { return SOL_RUN::Instance() != nullptr; }, 3000);
+    (void)QTest::qWaitFor([] { return SOL_RUN::Instance() != nullptr; }, 3000);
     SOL_RUN* run = SOL_RUN::Instance();
     shoot("03-start-window-tab1");
     run->TabStrip1->setCurrentIndex(1);
