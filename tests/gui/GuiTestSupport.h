@@ -11,6 +11,7 @@
 
 #include "platform/FileDialogs.h"
 #include "platform/MessageBox.h"
+#include "shell/MDIForm1.h"
 
 namespace zarvion::gui::testing {
 
@@ -63,6 +64,14 @@ struct ProgramFolder {
                     QDir(path()).filePath(QStringLiteral("zarvion-solver")));
     }
     QString path() const { return dir.path(); }
+    //! Frame options for a frame that runs from this folder, without the splash.
+    zarvion::gui::FrameOptions frameOptions() const
+    {
+        zarvion::gui::FrameOptions options;
+        options.showSplash = false;
+        options.appPath = path();
+        return options;
+    }
     bool hasSolver() const
     {
         return QFileInfo(QDir(QStringLiteral(ZARVION_BIN_DIR)).filePath(QStringLiteral("zarvion-solver")))

@@ -39,10 +39,7 @@ struct Fixture {
     explicit Fixture(const QString& source = fixture("toy_mechanism.txt"),
                      const QString& name = QStringLiteral("toy.txt"))
     {
-        FrameOptions options;
-        options.showSplash = false;
-        options.appPath = folder.path();
-        frame = std::make_unique<MDIForm1>(options);
+        frame = std::make_unique<MDIForm1>(folder.frameOptions());
         path = folder.copy(source, name);
         frame->OpenDocument(path);
     }
@@ -63,11 +60,11 @@ struct Fixture {
         if (!doc)
             return nullptr;
         doc->RunSol();
-        QTest::qWaitFor([] { return SOL_RUN::Instance() != nullptr; }, 3000);
+        (void)QTest::qWaitFor([] { return SOL_RUN::Instance() != nullptr; }, 3000);
         SOL_RUN* run = SOL_RUN::Instance();
         if (run) {
             run->activateWindow();
-            QTest::qWaitForWindowActive(run);
+            (void)QTest::qWaitForWindowActive(run);
         }
         return run;
     }

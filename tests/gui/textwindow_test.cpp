@@ -130,10 +130,7 @@ private slots:
     {
         ProgramFolder folder;
         MessageRecorder boxes;
-        FrameOptions options;
-        options.showSplash = false;
-        options.appPath = folder.path();
-        MDIForm1 frame(options);
+        MDIForm1 frame(folder.frameOptions());
         const QString path = folder.copy(fixture("toy_mechanism.txt"), QStringLiteral("toy.txt"));
         frame.OpenDocument(path);
         QCOMPARE(frame.Children().size(), 1);
@@ -172,10 +169,7 @@ private slots:
     {
         ProgramFolder folder;
         MessageRecorder boxes;
-        FrameOptions options;
-        options.showSplash = false;
-        options.appPath = folder.path();
-        MDIForm1 frame(options);
+        MDIForm1 frame(folder.frameOptions());
         QVERIFY(!frame.Toolbar5->isVisibleTo(&frame)); // no child: no toolbar
         const QString caption = RES_ShowFile::NewTextDocument();
         QCOMPARE(caption, QStringLiteral("Text Doc1"));
@@ -204,10 +198,7 @@ private slots:
     {
         ProgramFolder folder;
         MessageRecorder boxes;
-        FrameOptions options;
-        options.showSplash = false;
-        options.appPath = folder.path();
-        MDIForm1 frame(options);
+        MDIForm1 frame(folder.frameOptions());
         const QString plain = QDir(folder.path()).filePath(QStringLiteral("notes.txt"));
         {
             QFile file(plain);
