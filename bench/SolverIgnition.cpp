@@ -9,30 +9,12 @@
 #include <vector>
 
 #include "solver/CvodeIntegrator.h"
-#include "solverfile/ChemkinImport.h"
+#include "BenchMechanism.h"
 
 using namespace zarvion;
 using namespace zarvion::solver;
 
 namespace {
-
-solverfile::Mechanism importMechanism(const std::string& chem, const std::string& thermo)
-{
-    const std::string base = ZARVION_SHARED_DIR "/mechanisms/";
-    std::optional<std::filesystem::path> th;
-    if (!thermo.empty()) th = base + thermo;
-    solverfile::ChemkinOptions options;
-    const auto imp = solverfile::ImportChemkinFiles(base + chem, th, options);
-    solverfile::Mechanism m;
-    for (const auto& s : imp.species) {
-        m.speciesNames.push_back(s.name);
-        m.thermo.push_back(s.thermo);
-    }
-    m.reactions = imp.reactions;
-    m.header.GasConstantEnergy = 1.987204259;
-    m.header.GasConstantConc = 82.05736608;
-    return m;
-}
 
 void ignition(benchmark::State& state, const solverfile::Mechanism& m,
               const std::map<std::string, double>& x, double P, double T0, double tf,
@@ -78,7 +60,7 @@ void ignition(benchmark::State& state, const solverfile::Mechanism& m,
 
 void BM_GriIgnition(benchmark::State& state)
 {
-    static const auto m = importMechanism("gri30/gri30.inp", "gri30/gri30_thermo.dat");
+    static const auto m = bench::ImportSharedMechanism("gri30/gri30.inp", "gri30/gri30_thermo.dat");
     ignition(state, m, {{"CH4", 1}, {"O2", 2}, {"N2", 7.52}}, 1.0, 1400, 0.05,
              static_cast<LinearSolverKind>(state.range(0)));
 }
@@ -87,7 +69,7 @@ BENCHMARK(BM_GriIgnition)->Arg(0)->Arg(2)->Iterations(1)->Repetitions(5)->Report
 
 void BM_H2O2Ignition(benchmark::State& state)
 {
-    static const auto m = importMechanism("h2o2/h2o2.inp", "");
+    static const auto m = bench::ImportSharedMechanism("h2o2/h2o2.inp");
     ignition(state, m, {{"H2", 2}, {"O2", 1}, {"AR", 7}}, 1.0, 1000, 0.05, LinearSolverKind::Automatic);
 }
 BENCHMARK(BM_H2O2Ignition)->Iterations(1)->Repetitions(5)->ReportAggregatesOnly(true)
@@ -95,7 +77,7 @@ BENCHMARK(BM_H2O2Ignition)->Iterations(1)->Repetitions(5)->ReportAggregatesOnly(
 
 void BM_NHeptaneIgnition(benchmark::State& state)
 {
-    static const auto m = importMechanism("llnl-nheptane-v3.1/nc7_ver3.1_mech.txt",
+    static const auto m = bench::ImportSharedMechanism("llnl-nheptane-v3.1/nc7_ver3.1_mech.txt",
                                           "llnl-nheptane-v3.1/n_heptane_v3.1_therm.dat.txt");
     // Stoichiometric n-heptane/air: C7H16 + 11 (O2 + 3.76 N2).
     ignition(state, m, {{"NC7H16", 1}, {"O2", 11}, {"N2", 41.36}}, 20.0, 800, 0.05,

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "postprocessor/ThermoModule.h"
-#include "solverfile/ChemkinImport.h"
+#include "BenchMechanism.h"
 
 using namespace zarvion;
 
@@ -13,17 +13,7 @@ namespace {
 
 solverfile::Mechanism griMechanism()
 {
-    const std::string base = ZARVION_SHARED_DIR "/mechanisms/gri30/";
-    const auto imp = solverfile::ImportChemkinFiles(base + "gri30.inp", base + "gri30_thermo.dat");
-    solverfile::Mechanism m;
-    for (const auto& s : imp.species) {
-        m.speciesNames.push_back(s.name);
-        m.thermo.push_back(s.thermo);
-    }
-    m.reactions = imp.reactions;
-    m.header.GasConstantEnergy = 1.987204259;
-    m.header.GasConstantConc = 82.05736608;
-    return m;
+    return bench::ImportSharedMechanism("gri30/gri30.inp", "gri30/gri30_thermo.dat");
 }
 
 // A burning CH4/air mixture: main species as given, every other species at 1e-6 of Ctot.
