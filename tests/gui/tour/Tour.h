@@ -1,0 +1,28 @@
+#pragma once
+// The window tour: each part opens the windows of one subsystem on a real display and saves a
+// picture of the screen for review, named after the window it shows.
+
+#include <QString>
+#include <QStringList>
+
+namespace zarvion::gui {
+class MDIForm1;
+}
+
+namespace zarvion::gui::tour {
+
+//! What every part of the tour shares.
+struct TourContext {
+    MDIForm1* frame = nullptr;
+    QString outDir;       //!< where the pictures go
+    QString solverFile;   //!< the solver file named on the command line
+    QStringList messages; //!< every message box shown, answered without a user
+};
+
+//! Waits for the screen to settle and saves it as OUTDIR/name.png.
+void shoot(const TourContext& context, const QString& name);
+
+//! The frame, the splash, the solver document, the start window, the console, find and help.
+void tourShell(TourContext& context);
+
+} // namespace zarvion::gui::tour
