@@ -215,34 +215,41 @@ void ConvertToMoleFractions(ComparisonFile& file)
 namespace zarvion::comparison {
 
 shell::Message PrepGrid(const std::filesystem::path& path1, const std::filesystem::path& path2,
-                        ComparisonSet& set)
+                        ComparisonSet& set, int* failedFile)
 {
     set = ComparisonSet{};
+    int unused = 0;
+    int& refused = failedFile ? *failedFile : unused;
+    refused = 0;
     const std::filesystem::path second = Trim(path2.string());
     const std::filesystem::path* paths[2] = {&path1, &second};
     for (int n = 1; n <= 2; ++n) {
         const auto& p = *paths[n - 1];
         std::ifstream probe(p, std::ios::binary);
         if (p.empty() || !probe || std::filesystem::is_directory(p)) {
+            refused = n;
             return Warning("File" + std::to_string(n) + ", the specified Path/File name '" +
                            p.string() + "' cannot be accessed or is invalid.");
         }
     }
-    for (const auto* p : paths) {
+    for (int n = 1; n <= 2; ++n) {
         bool failed = false;
         shell::Message m;
-        solverfile::CheckResultsPresent(*p, failed, m);
+        solverfile::CheckResultsPresent(*paths[n - 1], failed, m);
         if (failed) {
             m.style = shell::StyleWarning;
             m.title = shell::DefaultTitle;
+            refused = n;
             return m;
         }
     }
     ComparisonSet loaded;
     if (auto m = OpenFile(path1, 1, loaded.file1); !m.empty()) {
+        refused = 1;
         return m;
     }
     if (auto m = OpenFile(second, 2, loaded.file2); !m.empty()) {
+        refused = 2;
         return m;
     }
     ReadSpecies(loaded.file1);

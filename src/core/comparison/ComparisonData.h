@@ -66,8 +66,9 @@ struct ComparisonSet {
 };
 
 //! `PrepGrid`: access checks, the check for results, `OpenFiles`, `SpeciesAARR`,
-//! `ConvertToMoleFractions`. Returns the first refusal; on refusal set is left empty.
+//! `ConvertToMoleFractions`. Returns the first refusal; on refusal set is left empty and
+//! failedFile, when given, names the file refused (1 or 2; 0 on success).
 shell::Message PrepGrid(const std::filesystem::path& path1, const std::filesystem::path& path2,
-                        ComparisonSet& set);
+                        ComparisonSet& set, int* failedFile = nullptr);
 
 } // namespace zarvion::comparison

@@ -161,20 +161,26 @@ TEST_F(ComparisonLoadTest, PrepGridChecksBothFilesThenLoadsThem)
     const auto good = WriteLines(dir / "good.txt", SmallSolved());
     ComparisonSet set;
     const auto missing = dir / "gone.txt";
-    shell::Message m = PrepGrid(good, missing, set);
+    int refused = 0;
+    shell::Message m = PrepGrid(good, missing, set, &refused);
     EXPECT_EQ(m.text, "File2, the specified Path/File name '" + missing.string() +
                           "' cannot be accessed or is invalid.");
     EXPECT_EQ(m.style, 48);
+    EXPECT_EQ(refused, 2);
     EXPECT_TRUE(set.MergedTable.empty());
+    PrepGrid(missing, good, set, &refused);
+    EXPECT_EQ(refused, 1);
 
     // three records behind the head are too few for the check for results
     const auto few = WriteLines(dir / "few.txt", FirstRecords(SmallSolved(), 3));
-    m = PrepGrid(good, few, set);
+    m = PrepGrid(good, few, set, &refused);
     EXPECT_EQ(m.text, "In the file '" + few.string() + "', results of calculation are not found.");
+    EXPECT_EQ(refused, 2);
 
     // the second file lacks H2O2; its path comes with blanks around it
     const auto smaller = WriteLines(dir / "smaller.txt", DataLines("comparison/without_h2o2.txt"));
-    ASSERT_TRUE(PrepGrid(good, " " + smaller.string() + " ", set).empty());
+    ASSERT_TRUE(PrepGrid(good, " " + smaller.string() + " ", set, &refused).empty());
+    EXPECT_EQ(refused, 0);
     EXPECT_EQ(set.file1.RecordCount, 6);
     EXPECT_EQ(set.file2.RecordCount, 6);
     ASSERT_EQ(set.MergedTable.size(), 10U);
