@@ -40,6 +40,12 @@ public:
     virtual void CloseDialogs(const QString& except) = 0;
     //! Re-reads the active child's state (menus, toolbar buttons).
     virtual void UpdateCommands() = 0;
+    //! Opens the reduction window on a solved solver file.
+    virtual void OpenReduction(const QString& path) = 0;
+    //! Opens the comparison window with a solved solver file as its first file.
+    virtual void OpenComparison(const QString& path) = 0;
+    //! Shows the reactions of a solver file in CHEMKIN syntax in a new text window.
+    virtual void ReactionsInChemkinFormat(const QString& path) = 0;
 };
 
 //! The frame of the process, or nullptr before it exists.

@@ -13,9 +13,12 @@
 #include <QStyle>
 #include <QToolBar>
 
+#include "comparison/Comparison.h"
 #include "platform/FileDialogs.h"
 #include "platform/MessageBox.h"
 #include "platform/WaitCursor.h"
+#include "reduction/ChemkinText.h"
+#include "reduction/RED_Gen.h"
 #include "shell/FileGuards.h"
 #include "shell/SessionState.h"
 #include "shell/Title.h"
@@ -146,6 +149,9 @@ void MDIForm1::buildMenus()
     m_saveAsAction = m_fileMenu->addAction(tr("Save &As..."), this, [this] { callOnActiveChild("SaveAs"); });
     m_saveAsAction->setObjectName(QStringLiteral("SAVEAS"));
     m_fileMenu->addSeparator();
+    m_printAction = m_fileMenu->addAction(tr("&Print..."), this, [this] { callOnActiveChild("PrintText"); });
+    m_printAction->setShortcut(QKeySequence::Print);
+    m_fileMenu->addSeparator();
     QAction* exit = m_fileMenu->addAction(tr("E&xit"), this, &MDIForm1::Exit);
     exit->setObjectName(QStringLiteral("EXIT"));
     exit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -227,8 +233,7 @@ void MDIForm1::buildToolbars()
     Toolbar5 = addToolBar(tr("Text"));
     Toolbar5->setObjectName(QStringLiteral("Toolbar5"));
     addKey(Toolbar5, "SAVE", "SVTXT", QStyle::SP_DialogSaveButton, tr("Save"));
-    addKey(Toolbar5, "PRINT", "", QStyle::SP_FileDialogDetailedView, tr("Page Setup and Print"))
-        ->setEnabled(false); // text printing is not part of this program yet
+    addKey(Toolbar5, "PRINT", "PrintText", QStyle::SP_FileDialogDetailedView, tr("Page Setup and Print"));
     Toolbar5->addSeparator();
     addKey(Toolbar5, "TXT_CUT", "TEXT_CUT", QStyle::SP_DialogDiscardButton, tr("Cut"));
     addKey(Toolbar5, "TXT_COPY", "TEXT_COPY", QStyle::SP_FileDialogNewFolder, tr("Copy"));
@@ -261,7 +266,7 @@ void MDIForm1::onToolbarKey(QAction* action)
         RES_FIND::Open();
         return;
     }
-    if (key == QLatin1String("ANNOTATIONS") || key == QLatin1String("PRINT"))
+    if (key == QLatin1String("ANNOTATIONS"))
         return;
     callOnActiveChild(action->data().toString());
 }
@@ -298,6 +303,7 @@ void MDIForm1::UpdateCommands()
     m_saveAction->setEnabled(editable);
     m_saveAsAction->setEnabled(editable);
     m_closeAction->setEnabled(activeChild() != nullptr);
+    m_printAction->setEnabled(doc != nullptr);
     toolbarAction(Toolbar5, "SAVE")->setEnabled(editable);
     if (doc) {
         const bool hasSelection = doc->box()->textCursor().hasSelection();
@@ -420,6 +426,29 @@ void MDIForm1::CloseDialogs(const QString& except)
         if (SOL_RUN* run = SOL_RUN::Instance())
             run->close();
     }
+    if (except != QLatin1String("RED_Gen")) {
+        if (RED_Gen* reduction = RED_Gen::Instance())
+            reduction->close();
+    }
+    if (except != QLatin1String("Comparison")) {
+        if (Comparison* comparison = Comparison::Instance())
+            CloseChild(comparison);
+    }
+}
+
+void MDIForm1::OpenReduction(const QString& path)
+{
+    RED_Gen::Open(path);
+}
+
+void MDIForm1::OpenComparison(const QString& path)
+{
+    Comparison::Open(path);
+}
+
+void MDIForm1::ReactionsInChemkinFormat(const QString& path)
+{
+    ConvertReactions(path);
 }
 
 void MDIForm1::OpenDocument(const QString& given)

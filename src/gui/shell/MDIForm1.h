@@ -52,6 +52,9 @@ public:
     void ShowSolverResults(const QString& path) override;
     void CloseDialogs(const QString& except) override;
     void UpdateCommands() override;
+    void OpenReduction(const QString& path) override;
+    void OpenComparison(const QString& path) override;
+    void ReactionsInChemkinFormat(const QString& path) override;
 
     //! Opens a solver file, or brings up the window that holds it; empty asks for one.
     void OpenSolverFile(const QString& path);
@@ -92,6 +95,7 @@ private:
     QAction* m_saveAction = nullptr;
     QAction* m_saveAsAction = nullptr;
     QAction* m_closeAction = nullptr;
+    QAction* m_printAction = nullptr;
     QTimer Timer1, Timer2, Timer3, Timer4;
     QString m_numberFormatMessage;
     QString m_timer3Path, m_timer3Caption;

@@ -27,7 +27,9 @@
 #include "shell/TextFormat.h"
 #include "solverfile/SolverFileChecks.h"
 #include "textdocs/RES_FIND.h"
+#include "textdocs/RES_PAGESETUP.h"
 #include "textdocs/TextDocument.h"
+#include "textdocs/TextReport.h"
 #include "textdocs/UndoAdapter.h"
 
 namespace zarvion::gui {
@@ -215,15 +217,27 @@ void RES_ShowFile::buildMenus()
     m_postAction = post->menuAction();
     m_outputDialogAction = post->addAction(tr("&Output Dialog"), this, &RES_ShowFile::OpResults);
     m_outputDialogAction->setObjectName(QStringLiteral("GENRES_RES"));
-    QAction* reduced = post->addAction(tr("Reduced Reaction &Kinetics"));
+    // The solver-document commands leave the window's dependants first, then act on the path.
+    auto toolCommand = [this](void (FrameServices::*open)(const QString&)) {
+        return [this, open] {
+            const QString path = m_path;
+            UnloadAll();
+            if (Frame())
+                (Frame()->*open)(path);
+        };
+    };
+    QAction* reduced = post->addAction(tr("Reduced Reaction &Kinetics"), this,
+                                       toolCommand(&FrameServices::OpenReduction));
     reduced->setObjectName(QStringLiteral("REDKIN_RES"));
-    QAction* compare = post->addAction(tr("&Compare Results of Calculations"));
+    QAction* compare = post->addAction(tr("&Compare Results of Calculations"), this,
+                                       toolCommand(&FrameServices::OpenComparison));
     compare->setObjectName(QStringLiteral("RESCOMP"));
-    QAction* chemkin = m_solverMenu->addAction(tr("Reactions in CHEMKIN &Format"));
+    QAction* chemkin = m_solverMenu->addAction(tr("Reactions in CHEMKIN &Format"), this,
+                                               toolCommand(&FrameServices::ReactionsInChemkinFormat));
     chemkin->setObjectName(QStringLiteral("RESREACTIONSTools"));
-    // Windows of the post-processor, the reduction and the comparison are not part of this
-    // program yet; their commands stand in the menu, disabled.
-    m_laterActions = {m_outputDialogAction, reduced, compare, chemkin};
+    // The post-processor window is not part of this program yet; its command stands in the
+    // menu, disabled.
+    m_laterActions = {m_outputDialogAction};
     m_menus = {edit, format, m_solverMenu};
 
     m_popup = new QMenu(this);
@@ -575,6 +589,45 @@ void RES_ShowFile::OpResults()
     UnloadAll();
     if (Frame())
         Frame()->ShowSolverResults(path);
+}
+
+void RES_ShowFile::Set_Page_SetUp(const QString& heading, bool pageNumbers, int firstPageNumber)
+{
+    m_pageHeading = heading.isNull() ? QStringLiteral("") : heading;
+    m_pageNumbers = pageNumbers;
+    m_firstPageNumber = firstPageNumber;
+}
+
+void RES_ShowFile::Get_Page_SetUp(QString& heading, bool& pageNumbers, int& firstPageNumber) const
+{
+    // Until the user sets one, a file prints its path as heading, a new document the name it
+    // got when it was made.
+    heading = !m_pageHeading.isNull() ? m_pageHeading : !m_path.isEmpty() ? m_path : m_printName;
+    pageNumbers = m_pageNumbers;
+    firstPageNumber = m_firstPageNumber;
+}
+
+bool RES_ShowFile::SelZxBB() const
+{
+    return m_box->textCursor().hasSelection();
+}
+
+void RES_ShowFile::Print_Rch()
+{
+    QString text = SelZxBB() ? m_box->textCursor().selectedText() : m_box->toPlainText();
+    text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+    text.replace(QChar::LineSeparator, QLatin1Char('\n'));
+    TextReportSettings settings;
+    settings.pageParameters = shell::Session().PageParameters;
+    Get_Page_SetUp(settings.heading, settings.pageNumbers, settings.firstPageNumber);
+    settings.alignment = shell::Session().PageNumberAlignment;
+    settings.font = courierFont(m_fontSize);
+    ShowTextPrintPreview(this, text, settings);
+}
+
+void RES_ShowFile::PrintText()
+{
+    RES_PAGESETUP::Open(this);
 }
 
 QString RES_ShowFile::NewTextDocument(bool flag)

@@ -65,6 +65,15 @@ public:
     Q_INVOKABLE void RunSol();
     Q_INVOKABLE void OpResults();
 
+    // Printing: the document's heading, page-numbers flag and first page number, kept for
+    // the page set-up; the preview of the whole text, or of the selection when there is one.
+    void Set_Page_SetUp(const QString& heading, bool pageNumbers, int firstPageNumber);
+    void Get_Page_SetUp(QString& heading, bool& pageNumbers, int& firstPageNumber) const;
+    Q_INVOKABLE bool SelZxBB() const;
+    Q_INVOKABLE void Print_Rch();
+    //! "PRINT": the page set-up of this document, which leads to the preview.
+    Q_INVOKABLE void PrintText();
+
     // Search, driven by the find dialog.
     Q_INVOKABLE void Find_Rich(const QString& what, int options, bool showEndMessage);
     Q_INVOKABLE void Replace_Rich(const QString& replacement);
@@ -135,6 +144,9 @@ private:
     QList<QAction*> m_laterActions;
     QMenu* m_solverMenu = nullptr;
     QMenu* m_popup = nullptr;
+    QString m_pageHeading; //!< null until the page set-up stored one
+    bool m_pageNumbers = true;
+    int m_firstPageNumber = 1;
 };
 
 //! Maps a Qt key to the virtual key code of the key tables (A-Z 65-90, F1 112, ...).
