@@ -8,6 +8,7 @@ packages=(
     libsundials-dev libsuitesparse-dev
     libcli11-dev libgtest-dev libbenchmark-dev nlohmann-json3-dev
     xvfb xauth
+    poppler-utils
 )
 missing=()
 for p in "${packages[@]}"; do

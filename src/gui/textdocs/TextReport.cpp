@@ -136,6 +136,8 @@ void TextReport::paint(QPrinter& printer)
             if (i > 0)
                 printer.newPage();
             if (g.headerHeight > 0) {
+                // Each page states its fonts anew: a new page starts from a fresh state.
+                painter.save();
                 painter.setFont(headerFont);
                 const QRectF band(g.left, g.top, g.printWidth, g.headerHeight);
                 const QString number = pageNumberField(i + 1);
@@ -148,14 +150,23 @@ void TextReport::paint(QPrinter& printer)
                 const QString heading = painter.fontMetrics().elidedText(
                     m_settings.heading, Qt::ElideMiddle, static_cast<int>(headingRect.width()));
                 painter.drawText(headingRect, Qt::AlignHCenter | Qt::AlignVCenter, heading);
+                painter.restore();
             }
+            // The lines of this page, each drawn once: a line is on one page only.
             const auto [start, end] = m_pages[static_cast<std::size_t>(i)];
-            painter.save();
-            painter.translate(g.left, g.top + g.headerHeight - start);
-            const QRectF shown(0, start, g.detailWidth, end - start);
-            painter.setClipRect(shown);
-            doc->drawContents(&painter, shown);
-            painter.restore();
+            const QPointF origin(g.left, g.top + g.headerHeight - start);
+            for (QTextBlock block = doc->begin(); block.isValid(); block = block.next()) {
+                const QRectF blockRect = doc->documentLayout()->blockBoundingRect(block);
+                if (blockRect.bottom() <= start || blockRect.top() >= end)
+                    continue;
+                const QTextLayout* layout = block.layout();
+                for (int k = 0; k < layout->lineCount(); ++k) {
+                    const QTextLine line = layout->lineAt(k);
+                    const double top = blockRect.top() + line.y();
+                    if (top >= start && top < end)
+                        line.draw(&painter, origin + blockRect.topLeft());
+                }
+            }
         }
     } catch (const std::exception& e) {
         ResetCursor();
