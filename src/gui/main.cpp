@@ -3,13 +3,14 @@
 #include <QCommandLineParser>
 #include <QFileInfo>
 
+#include "platform/ProgramInfo.h"
 #include "shell/MDIForm1.h"
 
 int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("ZARVION-II"));
-    QApplication::setApplicationVersion(QStringLiteral("3.7"));
+    QApplication::setApplicationName(QLatin1String(zarvion::gui::ProgramName));
+    QApplication::setApplicationVersion(QLatin1String(zarvion::gui::ProgramVersion));
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("ZARVION-II, Program for Chemical Kinetics of Gas Phase Reactions"));

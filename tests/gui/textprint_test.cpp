@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
@@ -208,6 +209,24 @@ private slots:
         dialog->Command3->click();
         QVERIFY(QTest::qWaitFor([] { return RES_PAGESETUP::Instance() == nullptr; }));
         QVERIFY(boxes.shown.isEmpty());
+    }
+
+    void aboutBoxShowsNameAndVersion()
+    {
+        ProgramFolder folder;
+        MDIForm1 frame(folder.frameOptions());
+        auto* about = frame.findChild<QAction*>(QStringLiteral("ABOUTCK"));
+        QVERIFY(about && about->isEnabled());
+        QString shown;
+        QTimer::singleShot(100, [&shown] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                shown = box->windowTitle() + '|' + box->text();
+                box->accept();
+            }
+        });
+        about->trigger();
+        QCOMPARE(shown, QStringLiteral("About ZARVION-II|<h2>ZARVION-II</h2><p>Program for Chemical "
+                                       "Kinetics of Gas Phase Reactions</p><p>Version 3.7</p>"));
     }
 
     void theNoteSaysWhatWillBePrinted()

@@ -10,6 +10,7 @@
 
 #include "platform/FileDialogs.h"
 #include "platform/MessageBox.h"
+#include "platform/ProgramInfo.h"
 #include "platform/WaitCursor.h"
 #include "shell/FileGuards.h"
 #include "shell/MDIForm1.h"
@@ -42,7 +43,7 @@ Title::Title(MDIForm1* frame, QStringList filesToOpen)
     subtitle->setFont(mid);
     subtitle->setWordWrap(true);
     subtitle->setAlignment(Qt::AlignCenter);
-    auto* version = new QLabel(QStringLiteral(" Version 3.7"));
+    auto* version = new QLabel(QStringLiteral(" Version ") + QLatin1String(ProgramVersion));
     QFont small = version->font();
     small.setPointSize(12);
     version->setFont(small);

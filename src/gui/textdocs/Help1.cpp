@@ -1,6 +1,8 @@
 #include "textdocs/Help1.h"
 
 #include <QAction>
+#include <QDir>
+#include <QIcon>
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QLabel>
@@ -8,6 +10,10 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
+
+#include "platform/MessageBox.h"
+#include "platform/ProgramInfo.h"
+#include "shell/SessionState.h"
 
 namespace zarvion::gui {
 
@@ -121,10 +127,14 @@ Help1* ShowHelp1()
 void ShowAbout(QWidget* parent)
 {
     QMessageBox box(parent);
-    box.setWindowTitle(QStringLiteral("About ZARVION-II"));
-    box.setIconPixmap(QPixmap());
-    box.setText(QStringLiteral("<h2>ZARVION-II</h2><p>Program for Chemical Kinetics of Gas Phase "
-                               "Reactions</p><p>Version 3.7</p>"));
+    box.setObjectName(QStringLiteral("ABOUT"));
+    box.setWindowTitle(QStringLiteral("About %1").arg(QLatin1String(ProgramName)));
+    // The program's icon, from the auxiliary files.
+    const QIcon icon(QDir(toQt(shell::Session().AssistPath)).filePath(QStringLiteral("MISC05.ICO")));
+    box.setIconPixmap(icon.pixmap(64, 64));
+    box.setText(QStringLiteral("<h2>%1</h2><p>%2</p><p>Version %3</p>")
+                    .arg(QLatin1String(ProgramName), QLatin1String(ProgramFullName),
+                         QLatin1String(ProgramVersion)));
     box.setStandardButtons(QMessageBox::Ok);
     box.exec();
 }
