@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 
+class QAction;
 class QWidget;
 
 namespace zarvion::gui {
@@ -40,6 +41,10 @@ public:
     virtual void CloseDialogs(const QString& except) = 0;
     //! Re-reads the active child's state (menus, toolbar buttons).
     virtual void UpdateCommands() = 0;
+    //! A button of the chart toolbar (2) or the text toolbar (5) by its key; nullptr if none.
+    virtual QAction* ToolbarButton(int toolbar, const QString& key) = 0;
+    //! Shows a file in a new text window under a caption (a data view), then deletes the file.
+    virtual void ShowTextView(const QString& path, const QString& caption) = 0;
 };
 
 //! The frame of the process, or nullptr before it exists.

@@ -52,6 +52,8 @@ public:
     void ShowSolverResults(const QString& path) override;
     void CloseDialogs(const QString& except) override;
     void UpdateCommands() override;
+    QAction* ToolbarButton(int toolbar, const QString& key) override;
+    void ShowTextView(const QString& path, const QString& caption) override;
 
     //! Opens a solver file, or brings up the window that holds it; empty asks for one.
     void OpenSolverFile(const QString& path);
