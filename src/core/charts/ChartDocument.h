@@ -88,7 +88,7 @@ struct AxisSettings {
 };
 
 struct FontSpec {
-    std::string face = "Courier New";
+    std::string face = "Arial";
     bool bold = false;
     bool italic = false;
     bool underline = false;

@@ -20,6 +20,16 @@ inline constexpr const char* OversizedChartMessage =
 inline constexpr const char* ExportOverflowMessage = "Chart is oversized.";
 inline constexpr const char* PrintOverflowMessage = "Plot is oversized.";
 
+//! Filter of the export dialog: the image forms this program writes. The first is the form of
+//! a name typed without a known extension.
+inline constexpr const char* ExportDialogFilter =
+    "PNG Image (*.png)|*.png|Windows Bitmap (*.bmp)|*.bmp|PDF Document (*.pdf)|*.pdf|"
+    "SVG Drawing (*.svg)|*.svg";
+//! Refusal of a Windows metafile name: the vector forms here are PDF and SVG.
+inline constexpr const char* MetafileNotWrittenMessage =
+    "Windows metafiles (WMF) are not written; give the file the extension .pdf or .svg for a "
+    "vector image, or .png or .bmp for a bitmap.";
+
 //! Export action codes.
 enum ExportAction : int {
     MetafileToClipboard = 12,

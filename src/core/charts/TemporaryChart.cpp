@@ -34,7 +34,8 @@ shell::Message SaveQuestion(const ChartDocument& chart, const std::string& capti
     if (!chart.mustSave || shell::UCase(shell::Trim(caption)) == "TEMPORARY CHART") {
         return {};
     }
-    return shell::Message{"Do you want to save changes to " + chart.ChartPath + "?",
+    const std::string& name = chart.ChartPath.empty() ? caption : chart.ChartPath;
+    return shell::Message{"Do you want to save changes to " + name + "?",
                           shell::StyleYesNoCancel + shell::StyleQuestion};
 }
 

@@ -25,8 +25,9 @@ inline constexpr const char* SteadyStateTitle = "Steady State Interval";
 bool TemporaryChartExists(const std::vector<std::string>& captions);
 //! True for the leftover caption without the trailing blank.
 bool IsLeftoverTemporaryChart(const std::string& caption);
-//! The question asked when a changed chart closes; empty for the temporary chart (compared
-//! upper-cased and trimmed) and for an unchanged chart. Yes/No/Cancel with the question icon.
+//! The question asked when a changed chart closes, naming its file (the caption of a chart
+//! never saved); empty for the temporary chart (compared upper-cased and trimmed) and for an
+//! unchanged chart. Yes/No/Cancel with the question icon.
 shell::Message SaveQuestion(const ChartDocument& chart, const std::string& caption);
 
 //! True when some point has a numeric X and Y, both other than NullValue.

@@ -478,7 +478,8 @@ void Comparison::RedPlotFunction(int mode, const comparison::MergedRow& row,
         ShowMessage(curve.message);
         return;
     }
-    ShowComparisonCurve(this, curve, settings, add);
+    ShowComparisonCurve(this, ComparisonTitle(toQt(m_set.file1.path), toQt(m_set.file2.path)),
+                        curve, settings, add);
 }
 
 void Comparison::closeEvent(QCloseEvent* event)

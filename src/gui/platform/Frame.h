@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 
+class QAction;
 class QWidget;
 
 namespace zarvion::gui {
@@ -46,6 +47,10 @@ public:
     virtual void OpenComparison(const QString& path) = 0;
     //! Shows the reactions of a solver file in CHEMKIN syntax in a new text window.
     virtual void ReactionsInChemkinFormat(const QString& path) = 0;
+    //! A button of the chart toolbar (2) or the text toolbar (5) by its key; nullptr if none.
+    virtual QAction* ToolbarButton(int toolbar, const QString& key) = 0;
+    //! Shows a file in a new text window under a caption (a data view), then deletes the file.
+    virtual void ShowTextView(const QString& path, const QString& caption) = 0;
 };
 
 //! The frame of the process, or nullptr before it exists.

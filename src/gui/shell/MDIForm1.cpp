@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QDir>
+#include <QFile>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -13,6 +14,7 @@
 #include <QStyle>
 #include <QToolBar>
 
+#include "charts/PLOT.h"
 #include "comparison/Comparison.h"
 #include "platform/FileDialogs.h"
 #include "platform/MessageBox.h"
@@ -125,9 +127,8 @@ void MDIForm1::buildMenus()
 {
     m_fileMenu = new QMenu(tr("&File"), this);
     m_fileMenu->setObjectName(QStringLiteral("FILE"));
-    QAction* newChart = m_fileMenu->addAction(tr("&New Chart"));
+    QAction* newChart = m_fileMenu->addAction(tr("&New Chart"), this, [] { PLOT::NewChart(); });
     newChart->setObjectName(QStringLiteral("MDI_NEW"));
-    newChart->setEnabled(false); // chart windows are not part of this program yet
     QAction* newText = m_fileMenu->addAction(tr("New &Text Document"), this,
                                              [] { RES_ShowFile::NewTextDocument(false); });
     newText->setObjectName(QStringLiteral("MDI_TEXT"));
@@ -194,8 +195,13 @@ void MDIForm1::rebuildMenuBar()
 {
     QMenuBar* bar = menuBar();
     bar->clear();
-    bar->addMenu(m_fileMenu);
-    if (auto* child = dynamic_cast<ChildMenus*>(activeChild())) {
+    const auto* child = dynamic_cast<ChildMenus*>(activeChild());
+    // A chart brings its own File menu ("GRAPH"), which stands in place of the frame's.
+    const bool ownFileMenu = child && !child->menus().isEmpty() &&
+                             child->menus().first()->objectName() == QLatin1String("GRAPH");
+    if (!ownFileMenu)
+        bar->addMenu(m_fileMenu);
+    if (child) {
         for (QMenu* m : child->menus())
             bar->addMenu(m);
     }
@@ -219,7 +225,7 @@ void MDIForm1::buildToolbars()
     Toolbar2 = addToolBar(tr("Chart"));
     Toolbar2->setObjectName(QStringLiteral("Toolbar2"));
     addKey(Toolbar2, "SAVE", "SaveTT", QStyle::SP_DialogSaveButton, tr("Save Chart"));
-    addKey(Toolbar2, "PlotPrint", "PlotPrint", QStyle::SP_FileDialogDetailedView, tr("Print"));
+    addKey(Toolbar2, "PlotPrint", "Plot_PRT", QStyle::SP_FileDialogDetailedView, tr("Print"));
     addKey(Toolbar2, "CUTSUBSET", "CUTSS", QStyle::SP_DialogDiscardButton, tr("Cut Subset"));
     addKey(Toolbar2, "SAVESUBSET", "SAVESS", QStyle::SP_DialogApplyButton, tr("Copy Subset"));
     addKey(Toolbar2, "PASTESUBSET", "PASTESS", QStyle::SP_ArrowDown, tr("Paste Subset"));
@@ -228,6 +234,10 @@ void MDIForm1::buildToolbars()
     addKey(Toolbar2, "MARKER", "MarkDataPnt", QStyle::SP_DialogYesButton, tr("Markers"));
     addKey(Toolbar2, "GRIDLINE", "GridLine", QStyle::SP_FileDialogContentsView, tr("Grid Lines"));
     addKey(Toolbar2, "LEGEND", "ViewingStyle", QStyle::SP_MessageBoxInformation, tr("Legend"));
+    // These three show a state of the chart: point marks, grid lines, colour (down) or
+    // monochrome (up); the chart reads them when it applies them.
+    for (const char* key : {"MARKER", "GRIDLINE", "LEGEND"})
+        toolbarAction(Toolbar2, QString::fromLatin1(key))->setCheckable(true);
     connect(Toolbar2, &QToolBar::actionTriggered, this, &MDIForm1::onToolbarKey);
 
     Toolbar5 = addToolBar(tr("Text"));
@@ -282,6 +292,36 @@ void MDIForm1::callOnActiveChild(const QString& operation)
                     QStringLiteral("Object doesn't support this property or method: ") + operation);
     }
     UpdateCommands();
+}
+
+QAction* MDIForm1::ToolbarButton(int toolbar, const QString& key)
+{
+    QToolBar* bar = toolbar == 2 ? Toolbar2 : toolbar == 5 ? Toolbar5 : nullptr;
+    return bar ? toolbarAction(bar, key) : nullptr;
+}
+
+void MDIForm1::ShowTextView(const QString& path, const QString& caption)
+{
+    // An open view of the caption goes first; the new one takes its place.
+    for (QWidget* w : Children()) {
+        if (w->windowTitle() == caption)
+            CloseChild(w);
+    }
+    const QString name = RES_ShowFile::NewTextDocument(false);
+    for (QWidget* w : Children()) {
+        auto* doc = qobject_cast<RES_ShowFile*>(w);
+        if (!doc || doc->windowTitle() != name)
+            continue;
+        bool failed = false;
+        doc->OPEN_Rich(path, failed);
+        if (!failed) {
+            doc->setWindowTitle(caption);
+            doc->MenuCap(caption);
+            ZordTimer(caption);
+        }
+        break;
+    }
+    QFile::remove(path);
 }
 
 QWidget* MDIForm1::activeChild() const
@@ -480,11 +520,22 @@ void MDIForm1::OpenDocument(const QString& given)
             ShowMessage(decision.readOnlyNotice);
         WaitCursor wait;
         switch (decision.kind) {
-        case solverfile::DocumentKind::Chart:
-            // Chart windows are not part of this program yet.
-            ResetCursor();
-            ShowMessage(shell::ChartOpenFailedMessage(fromQt(path)));
+        case solverfile::DocumentKind::Chart: {
+            auto* chart = new PLOT;
+            bool failed = false;
+            QString caption;
+            chart->OPENPLOT(path, failed, caption);
+            if (failed) {
+                delete chart;
+                ResetCursor();
+                ShowMessage(shell::ChartOpenFailedMessage(fromQt(path)));
+                return;
+            }
+            chart->setWindowTitle(caption);
+            AddChild(chart);
+            ZordTimer(caption);
             return;
+        }
         case solverfile::DocumentKind::SolverFileRefused:
             ResetCursor();
             ShowMessage(decision.message);

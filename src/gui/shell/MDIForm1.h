@@ -55,6 +55,8 @@ public:
     void OpenReduction(const QString& path) override;
     void OpenComparison(const QString& path) override;
     void ReactionsInChemkinFormat(const QString& path) override;
+    QAction* ToolbarButton(int toolbar, const QString& key) override;
+    void ShowTextView(const QString& path, const QString& caption) override;
 
     //! Opens a solver file, or brings up the window that holds it; empty asks for one.
     void OpenSolverFile(const QString& path);

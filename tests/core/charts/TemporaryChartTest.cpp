@@ -213,6 +213,8 @@ TEST(TemporaryChart, CaptionsQuestionsAndProducerChecks)
     EXPECT_EQ(std::tuple(q.text, q.style, q.title),
               std::tuple("Do you want to save changes to /data/run1.pg?"s, 35, "ZARVION"s));
     EXPECT_TRUE(SaveQuestion(c, " temporary chart ").empty());
+    c.ChartPath.clear(); // never saved: the question names the window
+    EXPECT_EQ(SaveQuestion(c, "Chart 2").text, "Do you want to save changes to Chart 2?");
 
     EXPECT_FALSE(HasPlottableValues({{1, NullValue}, {NullValue, 2}}));
     EXPECT_TRUE(HasPlottableValues({{1, 3}, {NullValue, 2}}));
