@@ -410,6 +410,9 @@ private slots:
             QStringLiteral("Reduced reaction mechanism has been created successfully. \r\nThe mechanism consists of\r\n%1 species, \r\n%2 reactions.").arg(species, reactions)});
         QCOMPARE(f.boxes.shown.last().style, 64);
         QCOMPARE(QString::fromStdString(zarvion::shell::Session().ResultsFilePath), reduced);
+        // The window keeps what the run made: the counts of the file and its path.
+        QCOMPARE(window->Label10->text(), QStringLiteral("Last run: %1 of 53 species and %2 of 325 reactions kept, %3 rows analysed; written to %4")
+                                              .arg(species, reactions, window->Text6->text(), reduced));
     }
 
     void cancelStopsTheRunBetweenRows()

@@ -70,10 +70,12 @@ QVariant SpeciesTableModel::data(const QModelIndex& index, int role) const
         return {};
     const auto& row = m_table[static_cast<std::size_t>(index.row())];
     switch (role) {
+    // The check column keeps its plain back colour, so that its mark stays readable.
     case Qt::BackgroundRole:
-        return row.hasInitial ? QVariant(highlightColour()) : QVariant();
+        return row.hasInitial && index.column() != Target ? QVariant(highlightColour()) : QVariant();
     case Qt::ForegroundRole:
-        return row.hasInitial ? QVariant(textColourOn(highlightColour())) : QVariant();
+        return row.hasInitial && index.column() != Target ? QVariant(textColourOn(highlightColour()))
+                                                          : QVariant();
     case Qt::CheckStateRole:
         if (index.column() == Target)
             return target(index.row()) ? Qt::Checked : Qt::Unchecked;
@@ -239,6 +241,9 @@ void RED_Gen::buildUi()
         "Label8", QStringLiteral("Highlighted species have nonzero initial concentrations."), this);
     Label8->setWordWrap(true);
     Label8->setVisible(false);
+    Label10 = NamedControl<QLabel>("Label10", this);
+    Label10->setWordWrap(true);
+    Label10->setTextInteractionFlags(Qt::TextSelectableByMouse);
     Check2 = NamedControl<QCheckBox>("Check2", QStringLiteral("Start Reduced    Mechanism"), this);
     ProgressBar1 = NamedControl<QProgressBar>("ProgressBar1", this);
     // 0 to 10 in hundredths, so that the bar moves smoothly on long runs.
@@ -282,6 +287,8 @@ void RED_Gen::buildUi()
     left->addLayout(paths);
     left->addWidget(Frame1);
     left->addWidget(Label8);
+    left->addSpacing(12);
+    left->addWidget(Label10);
     left->addStretch();
     left->addWidget(Check2);
     left->addWidget(ProgressBar1);
@@ -463,6 +470,18 @@ void RED_Gen::ReduceMechanism(const reduction::ReductionRequest& request)
                                    "the reduced file has not been created.")
                         .arg(outcome.rowsAnalysed),
                     48);
+    }
+    if (outcome.fileWritten) {
+        Label10->setText(QStringLiteral("Last run: %1 of %2 species and %3 of %4 reactions kept, "
+                                        "%5 rows analysed; written to %6")
+                             .arg(m_tables.ReducedSpeciesCount)
+                             .arg(m_tables.NumSpecies)
+                             .arg(m_tables.ReducedReactionCount)
+                             .arg(m_tables.NumReactions)
+                             .arg(outcome.rowsAnalysed)
+                             .arg(toQt(request.reducedPath)));
+    } else {
+        Label10->clear();
     }
     for (const auto& message : outcome.messages)
         ShowMessage(message);

@@ -86,6 +86,7 @@ public:
     QLineEdit* Text2 = nullptr;
     QLabel* Label4 = nullptr;
     QLabel* Label8 = nullptr;
+    QLabel* Label10 = nullptr; //!< what the last run kept, and where it wrote it
     QGroupBox* Frame1 = nullptr;
     QTableView* GridEX1 = nullptr;
     QCheckBox* Check2 = nullptr;

@@ -34,6 +34,7 @@ int main(int argc, char* argv[])
     QDir().mkpath(context.outDir);
     // The tour runs the solver and rewrites files: it works on a copy of the file it is given.
     const QString given = QString::fromLocal8Bit(argv[2]);
+    context.givenFile = QFileInfo(given).absoluteFilePath();
     context.solverFile = QDir(context.outDir).filePath(QFileInfo(given).fileName());
     QFile::remove(context.solverFile);
     if (!QFile::copy(given, context.solverFile))
@@ -53,6 +54,7 @@ int main(int argc, char* argv[])
     context.frame = &frame;
 
     tour::tourShell(context);
+    tour::tourReductionComparison(context);
 
     for (const QString& m : context.messages)
         qInfo("%s", qPrintable(m));
