@@ -88,13 +88,13 @@ TextReport::Geometry TextReport::geometry(const QPrinter& printer) const
     return g;
 }
 
-int TextReport::paginate(QPrinter& printer)
+std::unique_ptr<QTextDocument> TextReport::layOutPages(QPrinter& printer)
 {
     m_pages.clear();
     const Geometry g = geometry(printer);
-    const auto doc = layOut(m_text, m_settings.font, g.detailWidth, &printer);
+    auto doc = layOut(m_text, m_settings.font, g.detailWidth, &printer);
     const double room = std::max(1.0, g.bottom - g.top - g.headerHeight);
-    double pageStart = 0;
+    Page page;
     double lastBottom = 0;
     // Pages break between lines, never through one.
     for (QTextBlock block = doc->begin(); block.isValid(); block = block.next()) {
@@ -104,14 +104,22 @@ int TextReport::paginate(QPrinter& printer)
             const QTextLine line = layout->lineAt(i);
             const double top = blockRect.top() + line.y();
             const double bottom = top + line.height();
-            if (bottom - pageStart > room && top > pageStart) {
-                m_pages.emplace_back(pageStart, top);
-                pageStart = top;
+            if (bottom - page.start > room && top > page.start) {
+                page.end = top;
+                m_pages.push_back(page);
+                page = {top, top, block.blockNumber()};
             }
             lastBottom = bottom;
         }
     }
-    m_pages.emplace_back(pageStart, std::max(lastBottom, pageStart));
+    page.end = std::max(lastBottom, page.start);
+    m_pages.push_back(page);
+    return doc;
+}
+
+int TextReport::paginate(QPrinter& printer)
+{
+    layOutPages(printer);
     return pageCount();
 }
 
@@ -126,9 +134,8 @@ void TextReport::paint(QPrinter& printer)
 {
     WaitCursor wait;
     try {
-        paginate(printer);
+        const auto doc = layOutPages(printer);
         const Geometry g = geometry(printer);
-        const auto doc = layOut(m_text, m_settings.font, g.detailWidth, &printer);
         QPainter painter(&printer);
         QFont headerFont = m_settings.font;
         headerFont.setBold(true);
@@ -153,17 +160,18 @@ void TextReport::paint(QPrinter& printer)
                 painter.restore();
             }
             // The lines of this page, each drawn once: a line is on one page only.
-            const auto [start, end] = m_pages[static_cast<std::size_t>(i)];
-            const QPointF origin(g.left, g.top + g.headerHeight - start);
-            for (QTextBlock block = doc->begin(); block.isValid(); block = block.next()) {
+            const Page& page = m_pages[static_cast<std::size_t>(i)];
+            const QPointF origin(g.left, g.top + g.headerHeight - page.start);
+            for (QTextBlock block = doc->findBlockByNumber(page.firstBlock); block.isValid();
+                 block = block.next()) {
                 const QRectF blockRect = doc->documentLayout()->blockBoundingRect(block);
-                if (blockRect.bottom() <= start || blockRect.top() >= end)
-                    continue;
+                if (blockRect.top() >= page.end)
+                    break;
                 const QTextLayout* layout = block.layout();
                 for (int k = 0; k < layout->lineCount(); ++k) {
                     const QTextLine line = layout->lineAt(k);
                     const double top = blockRect.top() + line.y();
-                    if (top >= start && top < end)
+                    if (top >= page.start && top < page.end)
                         line.draw(&painter, origin + blockRect.topLeft());
                 }
             }

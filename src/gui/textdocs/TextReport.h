@@ -7,9 +7,11 @@
 #include <QString>
 #include <array>
 #include <functional>
+#include <memory>
 #include <vector>
 
 class QPrinter;
+class QTextDocument;
 class QPrintPreviewDialog;
 class QWidget;
 
@@ -52,12 +54,21 @@ private:
         double headerHeight = 0; //!< [px]
         double bottom = 0;       //!< lowest text line's bottom [px]
     };
+    //! One page: the range of layout heights [px] of the text it shows, and the block in
+    //! which it begins.
+    struct Page {
+        double start = 0;
+        double end = 0;
+        int firstBlock = 0;
+    };
+
     Geometry geometry(const QPrinter& printer) const;
+    //! The text laid out for the printer, with the page breaks found.
+    std::unique_ptr<QTextDocument> layOutPages(QPrinter& printer);
 
     QString m_text;
     TextReportSettings m_settings;
-    //! Per page, the range of layout heights [px] of the text it shows.
-    std::vector<std::pair<double, double>> m_pages;
+    std::vector<Page> m_pages;
 };
 
 //! Lets tests and the window tour see each preview dialog and its printer before it is shown;
