@@ -19,6 +19,7 @@
 #include "ProgramRun.h"
 #include "reduction/ChemkinText.h"
 #include "reduction/RED_Gen.h"
+#include "shell/AtomicFile.h"
 #include "shell/MDIForm1.h"
 #include "shell/SessionState.h"
 #include "shell/TextFile.h"
@@ -234,6 +235,34 @@ private slots:
         typeParameter(window, QStringLiteral("H2O"), QString());
         QVERIFY(!window->species()->target(rowOf(window, QStringLiteral("H2O"))));
         QCOMPARE(parameterOf(window, QStringLiteral("H2O")), QString());
+    }
+
+    void aConstantTemperatureProblemHasNoTemperatureTarget()
+    {
+        // The H2/O2 sample with line 15 set to 0 (constant temperature), solved here.
+        Fixture f("h2o2.txt");
+        const QString isothermal = f.path("isothermal.txt");
+        {
+            auto lines = zarvion::shell::ReadLines(fromQt(f.source));
+            lines[14] = " 0 !Temperature Equation";
+            QFile out(isothermal);
+            QVERIFY(out.open(QIODevice::WriteOnly));
+            out.write(zarvion::shell::JoinCrLf(lines).c_str());
+        }
+        QVERIFY(!RunProgram(QStringLiteral("zarvion-solver"), {isothermal}).isNull());
+        f.source = isothermal;
+        f.frame->OpenDocument(isothermal);
+        RED_Gen* window = f.prepared();
+        QVERIFY(window);
+        QCOMPARE(window->Label4->text(), QStringLiteral("Constant Temperature"));
+        QVERIFY(!window->Text1[0]->isVisible());
+        QVERIFY(window->Text1[0]->text().isEmpty());
+        // A saved temperature parameter does not make temperature a target here.
+        zarvion::shell::WriteFileAtomically(zarvion::shell::RedMechDataPath(zarvion::shell::Session()),
+                                            " 2 \r\n0.1\r\n0.3\r\n1\r\n");
+        window->Command5->click();
+        QVERIFY(window->Text1[0]->text().isEmpty());
+        QCOMPARE(window->Text1[1]->text(), QStringLiteral("0.3"));
     }
 
     void everyRefusalFocusesItsField()
