@@ -15,6 +15,7 @@
 #include <QMessageBox>
 #include <QPrintPreviewDialog>
 #include <QProcess>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableView>
@@ -132,6 +133,16 @@ void tourReductionComparison(TourContext& context)
     for (const char* target : {"CH4", "O2", "CO2", "H2O"})
         setParameter(reduction, QString::fromLatin1(target), QStringLiteral("0.1"));
     reduction->Text1[0]->setText(QStringLiteral("0.1"));
+    // Half-way through, the run is held long enough for its progress dialog to show.
+    bool shotRunning = false;
+    QObject::connect(reduction->ProgressBar1, &QProgressBar::valueChanged, reduction,
+                     [&context, &shotRunning](int value) {
+                         if (shotRunning || value < 500)
+                             return;
+                         shotRunning = true;
+                         QTest::qWait(600);
+                         shoot(context, QStringLiteral("RED_Gen-running"));
+                     });
     reduction->Command1->click();
     shoot(context, QStringLiteral("RED_Gen-after-run"));
     reduction->close();
