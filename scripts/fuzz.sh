@@ -71,9 +71,12 @@ for t in "${targets[@]}"; do
     read -r after after_bytes < <(measure "$corpus")
     runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log" | tail -1)
     rate=$(sed -n 's/^stat::average_exec_per_sec: *//p' "$log" | tail -1)
-    crashes=$(find "$findings" -maxdepth 1 -type f | wc -l)
+    # crash-, leak-, timeout- and oom- files are findings; a slow unit (over 10 s once) is
+    # worth a look but often only a busy machine.
+    crashes=$(find "$findings" -maxdepth 1 -type f ! -name 'slow-unit-*' | wc -l)
+    slow=$(find "$findings" -maxdepth 1 -type f -name 'slow-unit-*' | wc -l)
     line="$t: ${runs:-?} runs, ${rate:-?} execs/s, corpus $before -> $after inputs"
-    line+=" ($before_bytes -> $after_bytes bytes), findings $crashes"
+    line+=" ($before_bytes -> $after_bytes bytes), findings $crashes, slow units $slow"
     if [ "$rc" -ne 0 ]; then
         line+=" (exit $rc, see $log)"
         status=1
