@@ -1,38 +1,24 @@
 // The CHEMKIN text conversion of a solver file's reaction list, on arbitrary file content.
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
+#include <ctime>
 #include <string>
-#include <unistd.h>
 
+#include "ScratchFile.h"
 #include "reduction/ChemkinConversion.h"
 #include "shell/Error.h"
 
 using namespace zarvion;
 
-namespace {
-
-const std::filesystem::path& scratchFile()
-{
-    static const std::filesystem::path path = std::filesystem::temp_directory_path() /
-        ("zarvion-chemkin-text-fuzz-" + std::to_string(::getpid()) + ".txt");
-    return path;
-}
-
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    {
-        std::ofstream out(scratchFile(), std::ios::binary | std::ios::trunc);
-        out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-    }
+    static const fuzz::ScratchFile file("chemkin-text");
+    file.write({reinterpret_cast<const char*>(data), size});
     std::tm stamp{};
     stamp.tm_year = 126;
     stamp.tm_mday = 1;
     try {
-        const auto result = reduction::ConvertReactions(scratchFile(), stamp);
+        const auto result = reduction::ConvertReactions(file.path(), stamp);
         // A refusal carries no text; a conversion never claims more reactions than lines.
         if (!result.ok() && !result.lines.empty()) {
             __builtin_trap();

@@ -2,11 +2,10 @@
 // steps one by one, as the loader's interface allows them to be called.
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
 #include <string>
-#include <unistd.h>
+#include <string_view>
 
+#include "ScratchFile.h"
 #include "comparison/ComparisonData.h"
 #include "shell/Error.h"
 
@@ -14,19 +13,6 @@ using namespace zarvion;
 using namespace zarvion::comparison;
 
 namespace {
-
-std::filesystem::path scratchFile(int n)
-{
-    return std::filesystem::temp_directory_path() /
-           ("zarvion-comparison-fuzz-" + std::to_string(::getpid()) + "-" + std::to_string(n) +
-            ".txt");
-}
-
-void write(const std::filesystem::path& path, const char* data, std::size_t size)
-{
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(data, static_cast<std::streamsize>(size));
-}
 
 void checkProfiles(const ComparisonFile& f)
 {
@@ -46,10 +32,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     while (cut < size && text[cut] != '\0') {
         ++cut;
     }
-    const auto path1 = scratchFile(1);
-    const auto path2 = scratchFile(2);
-    write(path1, text, size);
-    write(path2, text, cut);
+    static const fuzz::ScratchFile file1("comparison-1");
+    static const fuzz::ScratchFile file2("comparison-2");
+    const auto& path1 = file1.write({text, size});
+    const auto& path2 = file2.write({text, cut});
 
     try {
         ComparisonSet set;

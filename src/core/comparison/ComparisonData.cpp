@@ -118,11 +118,12 @@ void ReadSpecies(ComparisonFile& file)
         file.SpeciesList[k] = {Trim(Mid(LineAt(file, i), 7, 16)), "*"};
         file.MolecularWeight[k] = shell::LeadingValue(Trim(Right(LineAt(file, i + 3), 14)));
     }
-    const std::string targets = Trim(ExtractVal(LineAt(file, 12), "!"));
-    if (targets.empty()) {
+    // Line 12: the target count, then the target numbers, ahead of its "!". The part may hold
+    // no number at all, also when it is not empty (a lone carriage return, a tab).
+    const std::vector<std::string> tokens = Tokens(ExtractVal(LineAt(file, 12), "!"));
+    if (tokens.empty()) {
         return;
     }
-    const std::vector<std::string> tokens = Tokens(targets);
     const double targetCount = shell::LeadingValue(tokens.front());
     for (int t = 1; t <= targetCount && t < static_cast<int>(tokens.size()); ++t) {
         const double number = shell::LeadingValue(tokens[t]);

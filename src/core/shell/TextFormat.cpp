@@ -521,6 +521,17 @@ std::string ShortestText(double value)
         return "0";
     }
     Decimal d = toDecimal(std::fabs(value));
+    // At the top of the double range fifteen digits rounded up pass the largest double
+    // (1.7976931348623157E+308 would be written 1.79769313486232E+308, which reads back as
+    // an overflow): there the digits are cut toward zero, so that the text reads back.
+    constexpr std::string_view topDigits = "179769313486231";
+    if (d.pointPos == 309) {
+        std::string padded = d.digits;
+        padded.resize(topDigits.size(), '0');
+        if (padded > topDigits) {
+            d.digits = std::string(topDigits);
+        }
+    }
     const std::string sign = value < 0 ? "-" : "";
     const int exp10 = d.pointPos - 1; // value = d1.d2d3... x 10^exp10
     if (exp10 < -4 || exp10 >= 15) {

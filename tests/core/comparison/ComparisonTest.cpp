@@ -80,6 +80,12 @@ TEST_F(ComparisonLoadTest, PressureStepMarkAndSpeciesMarks)
     EXPECT_TRUE(f.HasStepMark);
     lines[11] = " 2 -1 5 Targets without comment mark";
     EXPECT_EQ(Marks("c.txt", lines), "**********");
+    // a target part of nothing but white space other than blanks (a lone carriage return,
+    // a tab) holds no count and marks nothing
+    for (const char* blank : {" \r !Targets", "\t!Targets", " \r\t \v!"}) {
+        lines[11] = blank;
+        EXPECT_EQ(Marks("blank.txt", lines), "**********") << "line 12 '" << blank << "'";
+    }
     // a species count that does not fit is a fault, not an allocation; a target count far
     // beyond the numbers behind it reads the numbers that are there
     lines[9] = " 1E+300 !Species";

@@ -132,6 +132,30 @@ TEST(ShortestText, FifteenDigitsAndScientificOutsideTheRange)
     }
 }
 
+TEST(ShortestText, ReadsBackAtTheTopOfTheDoubleRange)
+{
+    // The largest double is 1.7976931348623157E+308 (IEEE 754 binary64); rounded to fifteen
+    // digits it would pass itself and read as an overflow, so the digits are cut toward zero
+    // to 1.79769313486231E+308. Values whose fifteen digits stay below it keep the rounding.
+    const double max = std::numeric_limits<double>::max();
+    const std::pair<double, const char*> cases[] = {
+        {max, "1.79769313486231E+308"},
+        {-max, "-1.79769313486231E+308"},
+        {std::nextafter(max, 0.0), "1.79769313486231E+308"},
+        {1.79769313486231e308, "1.79769313486231E+308"},
+        {1.7976931348623e308, "1.7976931348623E+308"},
+        {1.5e308, "1.5E+308"},
+        {9.99999999999999e307, "9.99999999999999E+307"},
+    };
+    for (const auto& [value, text] : cases) {
+        EXPECT_EQ(ShortestText(value), text) << value;
+        const auto back = ToDouble(ShortestText(value));
+        ASSERT_TRUE(back.has_value()) << value;
+        // fifteen significant digits: within 1e-14 of the value, relative
+        EXPECT_NEAR(*back / value, 1.0, 1e-14) << value;
+    }
+}
+
 TEST(NumericText, IsNumericToDoubleAndLeadingValue)
 {
     for (const char* yes : {"1", "-2.5", ".5", "1E-10", "1.e+3", " 7 ", "+3", "5.", "\t4\t",
